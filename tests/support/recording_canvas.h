@@ -1,0 +1,53 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/canvas.h"
+
+namespace parvenna::testing {
+
+// Keeps every call made on it, in order.
+class RecordingCanvas : public Canvas {
+ public:
+  enum class Op { Cls, Line, Box, Circle };
+  struct Call {
+    Op op;
+    double a, b, c, d;      // Line/Box: x1 y1 x2 y2; Circle: cx cy radius 0
+    Rgb colour;
+    double start = 0, end = 0;  // Circle only
+  };
+
+  explicit RecordingCanvas(double width = 4000, double height = 4000)
+      : width_(width), height_(height) {}
+
+  double Width() const override { return width_; }
+  double Height() const override { return height_; }
+  void SetSize(double width, double height) override {
+    width_ = width;
+    height_ = height;
+  }
+  void Cls() override { calls.push_back({Op::Cls, 0, 0, 0, 0, {}}); }
+  void Line(double x1, double y1, double x2, double y2, Rgb colour) override {
+    calls.push_back({Op::Line, x1, y1, x2, y2, colour});
+  }
+  void Box(double x1, double y1, double x2, double y2, Rgb colour) override {
+    calls.push_back({Op::Box, x1, y1, x2, y2, colour});
+  }
+  void Circle(double cx, double cy, double radius, Rgb colour, double start, double end) override {
+    calls.push_back({Op::Circle, cx, cy, radius, 0, colour, start, end});
+  }
+
+  // The calls since the last Cls.
+  std::vector<Call> Picture() const;
+  std::size_t Count(Op op) const;
+  void Clear() { calls.clear(); }
+
+  std::vector<Call> calls;
+
+ private:
+  double width_;
+  double height_;
+};
+
+}  // namespace parvenna::testing
