@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "geometry/notation.h"
 #include "platform/course_grid.h"
 
 namespace parvenna {
