@@ -39,8 +39,10 @@ inline constexpr const char* AutoInverseNeedsFullBearingEnd =
     " needs degrees, minutes and seconds (as N12\u00B030'0\"E) before the bearings can be "
     "inverted automatically. Nothing was changed.";
 
-// Sign confirmation at saving.
+// The checks before a parcel is stored.
+inline constexpr const char* NoCourse = "You cannot save the parcel without at least one course.";
 inline constexpr const char* ConfirmSegmentArea =
     "You must confirm segment area (+/-) before saving.";
+inline constexpr const char* BearingInvalid = "The bearing value is invalid.";
 
 }  // namespace parvenna::messages

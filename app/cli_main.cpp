@@ -1,0 +1,20 @@
+// parvenna-cli: the closure checker from a script.
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "app/cli/close_command.h"
+
+int main(int argc, char** argv) {
+  std::vector<std::string> args(argv + 1, argv + argc);
+  if (args.empty() || args[0] == "--help" || args[0] == "-h") {
+    std::cout << "parvenna-cli COMMAND ...\n\ncommands:\n  close   walk a parcel and show its closure\n\n"
+              << parvenna::cli::kCloseUsage;
+    return args.empty() ? 2 : 0;
+  }
+  const std::string command = args[0];
+  args.erase(args.begin());
+  if (command == "close") return parvenna::cli::RunClose(args, std::cin, std::cout, std::cerr);
+  std::cerr << "parvenna-cli: unknown command \"" << command << "\"\n";
+  return 2;
+}
