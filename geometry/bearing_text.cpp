@@ -126,11 +126,16 @@ std::string RemoveBlanks(std::string_view text) {
 bool SplitDms(const Notation& notation, std::string_view text, DmsTriple& dms) {
   dms = {};
   std::string copy(text);
-  if (!notation.DegreeSymbolText.empty() || copy.find(kOemDegree) != std::string::npos) {
-    ReplaceAll(copy, UpperAscii(notation.DegreeSymbolText), DegreeMark);
-    ReplaceAll(copy, LowerAscii(notation.DegreeSymbolText), DegreeMark);
-    ReplaceAll(copy, kOemDegree, DegreeMark);
+  // Most texts carry the mark itself; the replacements are skipped when the
+  // text cannot hold the written form (this runs twice per course a keystroke).
+  const std::string& symbol = notation.DegreeSymbolText;
+  if (!symbol.empty() &&
+      copy.find_first_of(std::string{UpperAscii(symbol[0]), LowerAscii(symbol.substr(0, 1))[0]}) !=
+          std::string::npos) {
+    ReplaceAll(copy, UpperAscii(symbol), DegreeMark);
+    ReplaceAll(copy, LowerAscii(symbol), DegreeMark);
   }
+  if (copy.find(kOemDegree) != std::string::npos) ReplaceAll(copy, kOemDegree, DegreeMark);
 
   ReverseReader reader(copy);
   int current = DmsDegrees;

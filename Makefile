@@ -1,0 +1,68 @@
+# One entry point for a fresh Debian 12 machine: installs what is missing,
+# configures, builds, and runs.
+#   make sample    build and walk the shipped sample parcel with parvenna-cli
+#   make test      build and run every test
+#   make sanitize  build and run every test under AddressSanitizer and UBSan
+#   make fuzz      build the fuzz targets with clang and run each for FUZZ_SECONDS
+#   make bench     build and run the benchmarks
+
+BUILD      ?= build
+BUILD_TYPE ?= RelWithDebInfo
+JOBS       ?= $(shell nproc)
+FUZZ_SECONDS ?= 60
+
+PACKAGES := g++ cmake ninja-build pkg-config libgtest-dev libgmock-dev libbenchmark-dev \
+            libsqlite3-dev sqlite3 qt6-base-dev libgdal-dev
+FUZZ_PACKAGES := clang libclang-rt-14-dev
+SUDO := $(shell [ "$$(id -u)" -eq 0 ] || echo sudo)
+
+.PHONY: deps fuzz-deps configure build sample test sanitize fuzz bench clean
+
+deps:
+	@missing=$$(for p in $(PACKAGES); do dpkg -s $$p >/dev/null 2>&1 || echo $$p; done); \
+	if [ -n "$$missing" ]; then \
+	  echo "Installing Debian packages:" $$missing; \
+	  $(SUDO) apt-get update -q && \
+	  $(SUDO) env DEBIAN_FRONTEND=noninteractive apt-get install -y -q $$missing; \
+	fi
+
+fuzz-deps:
+	@missing=$$(for p in $(FUZZ_PACKAGES); do dpkg -s $$p >/dev/null 2>&1 || echo $$p; done); \
+	if [ -n "$$missing" ]; then \
+	  $(SUDO) apt-get update -q && \
+	  $(SUDO) env DEBIAN_FRONTEND=noninteractive apt-get install -y -q $$missing; \
+	fi
+
+configure: deps
+	cmake -S . -B $(BUILD) -G Ninja -DCMAKE_BUILD_TYPE=$(BUILD_TYPE)
+
+build: configure
+	cmake --build $(BUILD) -j $(JOBS)
+
+sample: build
+	$(BUILD)/bin/parvenna-cli close samples/sample_parcel.csv --check
+
+test: build
+	ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS)
+
+sanitize: deps
+	cmake -S . -B $(BUILD)-sanitize -G Ninja -DCMAKE_BUILD_TYPE=Debug \
+	  -DPARVENNA_SANITIZE=ON -DPARVENNA_BENCH=OFF
+	cmake --build $(BUILD)-sanitize -j $(JOBS)
+	ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
+	  ctest --test-dir $(BUILD)-sanitize --output-on-failure -j $(JOBS)
+
+fuzz: deps fuzz-deps
+	cmake -S . -B $(BUILD)-fuzz -G Ninja -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_COMPILER=clang++ \
+	  -DPARVENNA_FUZZ=ON -DPARVENNA_BENCH=OFF -DPARVENNA_WERROR=OFF
+	cmake --build $(BUILD)-fuzz -j $(JOBS) --target parvenna_fuzzers
+	@for f in $(BUILD)-fuzz/bin/*_fuzz; do \
+	  echo "== $$f for $(FUZZ_SECONDS) s"; \
+	  $$f -max_total_time=$(FUZZ_SECONDS) -print_final_stats=1 || exit 1; \
+	done
+
+bench: build
+	@for b in $(BUILD)/bin/*_bench; do echo "== $$b"; $$b; done
+
+clean:
+	rm -rf $(BUILD) $(BUILD)-sanitize $(BUILD)-fuzz
