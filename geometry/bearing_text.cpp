@@ -80,11 +80,27 @@ std::string QuadrantPair(std::string_view text) {
   return {text.front(), text.back()};
 }
 
+// The bytes of the first and of the last character (code point) of a text.
+std::size_t FirstCharacterSize(std::string_view text) {
+  std::size_t size = 1;
+  while (size < text.size() && (static_cast<unsigned char>(text[size]) & 0xC0) == 0x80) ++size;
+  return size;
+}
+
+std::size_t LastCharacterStart(std::string_view text) {
+  std::size_t start = text.size() - 1;
+  while (start > 0 && (static_cast<unsigned char>(text[start]) & 0xC0) == 0x80) --start;
+  return start;
+}
+
+// The characters between the first and the last; fewer than two characters
+// is an invalid call.
 std::string_view Between(std::string_view text) {
-  if (text.size() < 2) {
+  if (CharacterCount(text) < 2) {
     throw RunError(ErrorNumber::InvalidCall, "A quadrant bearing needs two letters");
   }
-  return text.substr(1, text.size() - 2);
+  const std::size_t first = FirstCharacterSize(text);
+  return text.substr(first, LastCharacterStart(text) - first);
 }
 
 double DegreesBetweenLetters(const Notation& notation, std::string_view blankFree) {
@@ -275,9 +291,9 @@ std::string ReverseBearing(const Notation& notation, std::string_view text) {
   if (text.empty()) return "";
   if (notation.BearingMode) {
     // Only the letters turn; the angle stays as typed. A lone letter turns alone.
-    if (text.size() == 1) return OppositeLetter(text);
-    return OppositeLetter(text.substr(0, 1)) + std::string(Between(text)) +
-           OppositeLetter(text.substr(text.size() - 1));
+    if (CharacterCount(text) == 1) return OppositeLetter(text);
+    return OppositeLetter(text.substr(0, FirstCharacterSize(text))) + std::string(Between(text)) +
+           OppositeLetter(text.substr(LastCharacterStart(text)));
   }
   DmsTriple dms;
   SplitDms(notation, text, dms);
