@@ -391,7 +391,14 @@ const std::filesystem::path& Database::Path() const { return Live().path; }
 
 void Database::Execute(std::string_view sql) {
   sqlite3* db = Live().db;
-  Statement statement = Prepare(db, sql);
+  std::string text(sql);
+  // "DELETE * FROM t": the older form of a delete query, which the parcel
+  // routines still write.
+  std::vector<std::string> words = Words(text);
+  if (words.size() > 2 && SameName(words[0], "DELETE") && words[1] == "*") {
+    text.erase(text.find('*'), 1);
+  }
+  Statement statement = Prepare(db, text);
   while (Step(db, statement.get())) {
   }
 }

@@ -137,7 +137,7 @@ TEST(Recordset, QueriesThatCannotBeWrittenBackAreReadOnly) {
   Recordset distinct = db.OpenRecordset("SELECT DISTINCT Name FROM tblTyped");
   EXPECT_EQ(distinct.RecordCount(), 2);
   EXPECT_EQ(ErrorOf([&] { distinct.Edit(); }), errors::ReadOnlyRecordset);
-  db.Execute("DELETE FROM tblTyped WHERE Name = 'a'");
+  db.Execute("DELETE * FROM tblTyped WHERE Name = 'a'");
   EXPECT_EQ(db.OpenRecordset("tblTyped").RecordCount(), 1);
   EXPECT_EQ(ErrorOf([&] { db.Execute("DELETE FROM tblNone"); }), errors::NoSuchTable);
   EXPECT_EQ(ErrorOf([&] { db.OpenRecordset("tblNone"); }), errors::NoSuchTable);

@@ -1,0 +1,153 @@
+#include "store/project_file.h"
+
+#include <filesystem>
+
+#include "store/messages.h"
+#include "store/paths.h"
+#include "store/system_store.h"
+
+namespace parvenna::store {
+
+TableDef ProjectSettingTable() {
+  using T = FieldType;
+  TableDef table{"tblSetting",
+                 {{"txtArc", T::Integer},
+                  {"txtChord", T::Integer},
+                  {"txtRadius", T::Integer},
+                  {"txtBearing", T::Integer},
+                  {"ClosureTolerance", T::Double},
+                  {"UnitFeet", T::Boolean},
+                  {"SquareX", T::Boolean},
+                  {"AutoCADFile", T::Text, kDrawingPathLimit},
+                  {"Minimize", T::Boolean},
+                  {"ErrDecimal", T::Integer},
+                  {"AddAreaCheck", T::Boolean},
+                  {"AutoInvert", T::Boolean},
+                  {"TangentCheck", T::Boolean},
+                  {"WarningRanged", T::Integer},
+                  {"TangentToleranced", T::Integer},
+                  {"ToolTipOn", T::Boolean},
+                  {"TangentTolerancem", T::Integer},
+                  {"TangentTolerances", T::Integer},
+                  {"WarningRangem", T::Integer},
+                  {"WarningRanges", T::Integer},
+                  {"Bearing", T::Boolean},
+                  {"DegreeSymbol", T::Text, 3},
+                  {"BackColor", T::Integer},
+                  {"ForeColor", T::Integer}}};
+  for (const char* view : {"1", "2"}) {
+    for (const char* name : {"ZoomFactor", "BLX", "BLY", "TRX", "TRY"}) {
+      table.Fields.push_back({std::string(name) + view, T::Double});
+    }
+  }
+  return table;
+}
+
+TableDef ParcelTable() {
+  using T = FieldType;
+  // ClosureBearing has no size of its own: the store's default, no limit.
+  return TableDef{"tblParcel",
+                  {{"ParcelID", T::Long, 0, true},
+                   {"Parcel", T::Text, 50},
+                   {"Closure", T::Double},
+                   {"Area", T::Double},
+                   {"ClosureBearing", T::Text},
+                   {"PrecisionRatio", T::Double}}};
+}
+
+IndexDef ParcelIndex() { return IndexDef{"TempIndex", "tblParcel", {"Parcel"}, true}; }
+
+TableDef MeasurementTable() {
+  using T = FieldType;
+  return TableDef{"tblMeasurements",
+                  {{"ParcelID", T::Long},
+                   {"RowNo", T::Integer},
+                   {"RowType", T::Integer},
+                   {"Length", T::Double},
+                   {"Direction", T::Text, 50},
+                   {"Arc", T::Double},
+                   {"Radius", T::Double},
+                   {"Plus", T::Integer}}};
+}
+
+void MakeProjectFile(const std::string& path, const std::string& drawing, const SystemStore& store) {
+  std::string native = NativePath(path);
+  try {
+    Database project = Database::Create(native);
+    project.Append(ProjectSettingTable());
+    project.Append(ParcelTable());
+    project.Append(ParcelIndex());
+    project.Append(MeasurementTable());
+
+    Database system = store.OpenBriefly();
+    Recordset defaults = system.OpenRecordset("tblSetting");
+    Recordset row = project.OpenRecordset("tblSetting");
+    row.AddNew();
+    auto copy = [&](const char* to, const char* from) { row.Set(to, defaults.Get(from)); };
+    for (const char* name : {"txtArc", "txtChord", "txtRadius", "txtBearing", "unitfeet"}) {
+      copy(name, name);
+    }
+    copy("ErrDecimal", "Decimal");
+    copy("ClosureTolerance", "Tolerance");
+    copy("SquareX", "SquareX");
+    copy("Minimize", "Minimize");
+    row.Set("AutoCADFile", drawing);
+    for (const char* name :
+         {"AddAreaCheck", "AutoInvert", "TangentCheck", "WarningRanged", "WarningRangem",
+          "WarningRanges", "TangentToleranced", "TangentTolerancem", "TangentTolerances",
+          "ToolTipOn", "Bearing", "DegreeSymbol", "BackColor", "ForeColor"}) {
+      copy(name, name);
+    }
+    // A zoom of 0 says that no view was saved yet; the window is a unit square.
+    for (const char* view : {"1", "2"}) {
+      row.Set(std::string("ZoomFactor") + view, 0.0);
+      row.Set(std::string("BLX") + view, 0.0);
+      row.Set(std::string("BLY") + view, 0.0);
+      row.Set(std::string("TRX") + view, 1.0);
+      row.Set(std::string("TRY") + view, 1.0);
+    }
+    row.Update();
+  } catch (...) {
+    std::error_code ec;
+    std::filesystem::remove(native, ec);
+    throw;
+  }
+}
+
+bool SaveProjectSetting(const ProjectState& state, Prompter& prompter, int position,
+                        const Value& value) {
+  try {
+    Database db = Database::Open(NativePath(state.ProjectFile));
+    Recordset rs = db.OpenRecordset("tblSetting");
+    rs.MoveFirst();
+    rs.Edit();
+    rs.Set(position, value);
+    rs.Update();
+    return true;
+  } catch (const RunError&) {
+    Inform(prompter, messages::GeneralError);
+    return false;
+  }
+}
+
+bool CheckProjectFile(ProjectState& state, Prompter& prompter) {
+  try {
+    Database db = Database::Open(NativePath(state.ProjectFile));
+    // A file cut short or damaged may still give its first page; the walk
+    // over every page keeps it from becoming the current project.
+    if (!db.IsIntact()) throw StoreError(errors::CorruptFile, "damaged");
+    Recordset rs = db.OpenRecordset("tblsetting");
+    rs.MoveFirst();
+    std::string drawing = rs.Get("AutoCADFile").AsText();
+    rs.Close();
+    db.Close();
+    state.DrawingFile = ResolveDrawingPath(drawing, state.AppDirectory);
+    if (!FileExists(state.DrawingFile)) state.DrawingFile = DefaultDrawingPath(state.AppDirectory);
+    return true;
+  } catch (const RunError&) {
+    Inform(prompter, messages::CantOpenProject + state.ProjectFile);
+    return false;
+  }
+}
+
+}  // namespace parvenna::store
