@@ -59,7 +59,7 @@ bool AutoInverse(CourseGrid& grid, const GeometrySettings& settings, ParcelState
 
   if (const int row = FirstRowLackingFields(grid, last); row != -1) {
     const CourseField field = BearingFieldOf(grid, row);
-    grid.FocusField(row, field);
+    grid.MoveFocus(row, field);
     grid.MarkField(row, field, colours::MarkColour);
     Inform(prompter,
            messages::AutoInverseNeedsFullBearingStart + std::to_string(row + 1) +

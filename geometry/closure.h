@@ -6,16 +6,9 @@
 #include "geometry/course.h"
 #include "geometry/settings.h"
 #include "platform/canvas.h"
+#include "platform/controls.h"
 
 namespace parvenna {
-
-struct Label {
-  std::string Caption;
-  Rgb ForeColor = colours::Black;
-  bool Visible = true;
-  double Left = 0;
-  double Top = 0;
-};
 
 // The results area of the editor: the four result labels, the course numbers
 // that lie on the sketch, and the zoom button that a computation enables.

@@ -98,7 +98,7 @@ void CourseList::MarkRowButton(int row, Rgb colour) {
   marks.push_back({row, true, CourseField::BearingLine, colour});
 }
 
-void CourseList::FocusField(int row, CourseField field) {
+void CourseList::MoveFocus(int row, CourseField field) {
   focusRow = row;
   focusField = field;
 }

@@ -80,7 +80,7 @@ class CourseList : public CourseGrid {
   void WriteBearing(int row, CourseField field, const std::string& text) override;
   void MarkField(int row, CourseField field, Rgb colour) override;
   void MarkRowButton(int row, Rgb colour) override;
-  void FocusField(int row, CourseField field) override;
+  void MoveFocus(int row, CourseField field) override;
 
   // What the marks and the focus were last set to, for those who report them.
   struct Mark {

@@ -36,7 +36,7 @@ bool CheckCurves(CourseGrid& grid, Prompter& prompter) {
   const int last = FindLastLine(grid);
   bool result = true;
   auto markArc = [&](int row) {
-    grid.FocusField(row, CourseField::Arc);
+    grid.MoveFocus(row, CourseField::Arc);
     grid.MarkField(row, CourseField::Arc, colours::MarkColour);
   };
   for (int row = 0; row <= last; ++row) {

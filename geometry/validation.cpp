@@ -47,7 +47,7 @@ bool ValidateCourses(CourseGrid& grid, const GeometrySettings& settings, ParcelS
         grid.Kind(row) == CourseKind::Line ? CourseField::BearingLine : CourseField::BearingArc;
     std::string text = grid.Text(row, field);
     if (!IsValidBearing(settings.notation, text)) {
-      grid.FocusField(row, field);
+      grid.MoveFocus(row, field);
       Inform(prompter, messages::BearingInvalid);
       return false;
     }

@@ -38,7 +38,7 @@ class CourseGrid {
   virtual void MarkField(int row, CourseField field, Rgb colour) = 0;
   virtual void MarkRowButton(int row, Rgb colour) = 0;
   // Moves the focus to a field of a row.
-  virtual void FocusField(int row, CourseField field) = 0;
+  virtual void MoveFocus(int row, CourseField field) = 0;
 };
 
 }  // namespace parvenna
