@@ -240,10 +240,12 @@ std::string PlainNumber(double x) {
 
 std::string FormatFixed(double x, int decimals) {
   const double rounded = RoundHalfEven(x, decimals);
-  char buffer[400];
-  auto result = std::to_chars(buffer, buffer + sizeof buffer, rounded, std::chars_format::fixed,
-                              decimals);
-  std::string text(buffer, result.ptr);
+  // Room for the sign, the 309 digits of the largest double, the point and
+  // the decimals asked for.
+  std::string text(static_cast<std::size_t>(decimals) + 320, '\0');
+  auto result = std::to_chars(text.data(), text.data() + text.size(), rounded,
+                              std::chars_format::fixed, decimals);
+  text.resize(static_cast<std::size_t>(result.ptr - text.data()));
   // No leading zero before the point, and a point even when no decimals follow.
   const bool negative = !text.empty() && text[0] == '-';
   std::string body = negative ? text.substr(1) : text;
