@@ -365,6 +365,11 @@ TEST(FormatFixed, PictureWithoutLeadingZero) {
   EXPECT_EQ(FormatFixed(100.5, 0), "100.");
   EXPECT_EQ(FormatFixed(2.675, 2), "2.68");
   EXPECT_EQ(FormatFixed(12345678901.5, 1), "12345678901.5");  // more than ten digits show
+  // a long typed arc asks for many decimals of a large number: all of them show
+  const std::string wide = FormatFixed(1e300, 120);
+  EXPECT_EQ(wide.size(), 301u + 1 + 120);
+  EXPECT_EQ(wide.front(), '1');
+  EXPECT_EQ(wide.substr(302), std::string(120, '0'));
 }
 
 TEST(TextToNumber, FailuresCarryTheirNumbers) {
