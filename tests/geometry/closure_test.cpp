@@ -135,6 +135,17 @@ TEST(CalculateAndDraw, SingleLineNorth) {
   EXPECT_EQ(r.panel.lblArea.Caption, "0");
   EXPECT_EQ(r.panel.lblDirection.Caption, "S0" + Deg + "0'0\"W");
   EXPECT_EQ(r.panel.lblClosure.ForeColor, colours::Red);
+  // the sketch was drawn, and the survey values were walked again after it
+  EXPECT_EQ(r.canvas.Count(testing::RecordingCanvas::Op::Line), 1u);
+  EXPECT_TRUE(PointNear(r.state.Coord[1], 0, 100, 1e-12));
+}
+
+TEST(CalculateAndDraw, UnreadableDistanceReachesTheCaller) {
+  Results r;
+  EXPECT_EQ(ErrorNumberOf([&] {
+              CalculateAndDraw(Lines({{"N0" + Deg + "E", "1.2.3"}}), {}, r.state, r.panel, r.canvas);
+            }),
+            13);
 }
 
 TEST(CalculateAndDraw, ZeroPerimeterGivesPrecisionOneNotPerfect) {
@@ -220,6 +231,13 @@ TEST(CalculateAndDraw, ZeroRadiusLosesTheAreaButNotTheTraverse) {
   EXPECT_EQ(r.panel.lblArea.Caption, "N/A");
   EXPECT_FALSE(r.state.AreaGood);
   EXPECT_EQ(r.panel.lblClosure.Caption, "0");
+}
+
+TEST(CalculateAndDraw, UnreadableArcLosesTheAreaOnly) {
+  Results r = Calculate(CurveParcel(0, 1, "100", "1.2.3"));
+  EXPECT_EQ(r.panel.lblArea.Caption, "N/A");
+  EXPECT_EQ(r.panel.lblClosure.Caption, "0");
+  EXPECT_EQ(r.panel.lblPrecision.Caption, "Perfect");
 }
 
 TEST(CalculateAndDraw, LargeSubtractionShowsANegativeArea) {
