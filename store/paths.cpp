@@ -62,7 +62,7 @@ std::string ResolveDrawingPath(std::string_view stored, std::string_view appDire
       out += stored[i];
     }
   }
-  return out;
+  return NativePath(out);
 }
 
 std::string DefaultDrawingPath(std::string_view appDirectory) {

@@ -33,8 +33,9 @@ bool DirectoryExists(std::string_view path);
 // True when the path starts with the relative prefix `.\` or `./`.
 bool IsRelativePath(std::string_view path);
 // A stored drawing path made whole: when it starts with the relative prefix,
-// every `.\` and `./` in it stands for the program's directory. Other paths
-// are returned as they are; the empty path stays empty.
+// every `.\` and `./` in it stands for the program's directory, and the
+// result has this platform's separators. Other paths are returned as they
+// are; the empty path stays empty.
 std::string ResolveDrawingPath(std::string_view stored, std::string_view appDirectory);
 
 // The drawing opened when a project's own cannot be: a default.dwg that a
