@@ -1,6 +1,7 @@
 #include "geometry/bearing_text.h"
 
 #include <cmath>
+#include <cstdint>
 
 #include "geometry/messages.h"
 #include "geometry/numbers.h"
@@ -202,8 +203,12 @@ bool IsValidBearing(const Notation& notation, std::string& text) {
     if (!SplitDms(notation, RemoveBlanks(text), dms)) return false;
     degreeLimit = 360;
   }
-  return ReadLong(dms[DmsSeconds]) < 60 && ReadLong(dms[DmsMinutes]) < 60 &&
-         ReadLong(dms[DmsDegrees]) < degreeLimit;
+  // Each field is read before any is judged, so a run too long for its
+  // integer is an overflow wherever it stands.
+  const std::int32_t seconds = ReadLong(dms[DmsSeconds]);
+  const std::int32_t minutes = ReadLong(dms[DmsMinutes]);
+  const std::int32_t degrees = ReadLong(dms[DmsDegrees]);
+  return seconds < 60 && minutes < 60 && degrees < degreeLimit;
 }
 
 double DmsToDegrees(const Notation& notation, std::string_view text) {
