@@ -1,8 +1,17 @@
 #pragma once
 
+#include <cstddef>
+#include <span>
+#include <string_view>
+
 #include "platform/colour.h"
 
 namespace parvenna {
+
+struct CanvasPoint {
+  double x = 0;
+  double y = 0;
+};
 
 // A picture box: the sketch of a parcel is painted through this port.
 // Units are the picture's own (twips on the editor), y grows downwards.
@@ -23,6 +32,26 @@ class Canvas {
   // startAngle to endAngle; angles in radians from the x axis.
   virtual void Circle(double cx, double cy, double radius, Rgb colour, double startAngle,
                       double endAngle) = 0;
+
+  // Clears the picture to a background colour; a picture that keeps its own
+  // background only clears.
+  virtual void Clear(Rgb background) {
+    (void)background;
+    Cls();
+  }
+  // Connected segments through the points, in order.
+  virtual void Polyline(std::span<const CanvasPoint> points, Rgb colour) {
+    for (std::size_t i = 1; i < points.size(); ++i) {
+      Line(points[i - 1].x, points[i - 1].y, points[i].x, points[i].y, colour);
+    }
+  }
+  // One line of text whose baseline starts at (x, y), turned by angle radians
+  // anticlockwise as seen on the screen; height is the height of a capital.
+  // A picture without text leaves it out.
+  virtual void Text(double x, double y, std::string_view text, double height, double angle,
+                    Rgb colour) {
+    (void)x, (void)y, (void)text, (void)height, (void)angle, (void)colour;
+  }
 };
 
 }  // namespace parvenna

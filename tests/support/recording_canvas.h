@@ -10,12 +10,14 @@ namespace parvenna::testing {
 // Keeps every call made on it, in order.
 class RecordingCanvas : public Canvas {
  public:
-  enum class Op { Cls, Line, Box, Circle };
+  enum class Op { Cls, Line, Box, Circle, Polyline, Text };
   struct Call {
     Op op;
     double a, b, c, d;      // Line/Box: x1 y1 x2 y2; Circle: cx cy radius 0
     Rgb colour;
-    double start = 0, end = 0;  // Circle only
+    double start = 0, end = 0;  // Circle only; Text: height and angle
+    std::string text = {};                 // Text only
+    std::vector<CanvasPoint> points = {};  // Polyline only
   };
 
   explicit RecordingCanvas(double width = 4000, double height = 4000)
@@ -36,6 +38,19 @@ class RecordingCanvas : public Canvas {
   }
   void Circle(double cx, double cy, double radius, Rgb colour, double start, double end) override {
     calls.push_back({Op::Circle, cx, cy, radius, 0, colour, start, end});
+  }
+  // Clear records a Cls with the background in its colour.
+  void Clear(Rgb background) override { calls.push_back({Op::Cls, 0, 0, 0, 0, background}); }
+  void Polyline(std::span<const CanvasPoint> points, Rgb colour) override {
+    Call call{Op::Polyline, 0, 0, 0, 0, colour};
+    call.points.assign(points.begin(), points.end());
+    calls.push_back(std::move(call));
+  }
+  void Text(double x, double y, std::string_view text, double height, double angle,
+            Rgb colour) override {
+    Call call{Op::Text, x, y, 0, 0, colour, height, angle};
+    call.text = std::string(text);
+    calls.push_back(std::move(call));
   }
 
   // The calls since the last Cls.

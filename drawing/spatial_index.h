@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "drawing/drawing_document.h"
+
+// Finds the entities whose bounds meet a window, at a cost that follows the
+// number found rather than the number held. A stack of uniform grids, each
+// with cells twice the size of the one below: an entity sits once, in the
+// grid whose cells are at least as large as the entity, in the cell that
+// holds its centre. A query visits, per grid, the cells within half a cell of
+// the window.
+namespace parvenna::drawing {
+
+class SpatialIndex {
+ public:
+  void Build(const std::vector<Entity>& entities, const Box& extent);
+  void Clear();
+
+  // Calls visit(index) for every entity whose bounds meet the window, each
+  // once; within a cell in the order of the document.
+  template <class Visit>
+  void Query(const std::vector<Entity>& entities, const Box& window, Visit&& visit) const {
+    if (levels_.empty() || window.Empty() || !window.Intersects(extent_)) return;
+    for (const Level& level : levels_) {
+      int x0, y0, x1, y1;
+      CellRange(level, window.Inflated(level.cell / 2), x0, y0, x1, y1);
+      for (int y = y0; y <= y1; ++y) {
+        const std::uint32_t* row = starts_.data() + level.firstCell + static_cast<std::size_t>(y) * level.nx;
+        for (std::uint32_t k = row[x0]; k < row[x1 + 1]; ++k) {
+          const std::uint32_t i = items_[k];
+          if (entities[i].bounds.Intersects(window)) visit(i);
+        }
+      }
+    }
+  }
+
+  std::size_t MemoryBytes() const;
+  std::size_t LevelCount() const { return levels_.size(); }
+
+ private:
+  struct Level {
+    double cell = 1;
+    int nx = 1, ny = 1;
+    std::size_t firstCell = 0;  // into starts_
+  };
+  void CellRange(const Level& level, const Box& box, int& x0, int& y0, int& x1, int& y1) const;
+
+  Box extent_;
+  std::vector<Level> levels_;
+  // Cells of every level in a row, each cell's items from starts_[c] to
+  // starts_[c + 1]; one more entry closes the last cell.
+  std::vector<std::uint32_t> starts_;
+  std::vector<std::uint32_t> items_;
+};
+
+}  // namespace parvenna::drawing

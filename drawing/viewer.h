@@ -1,0 +1,191 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "drawing/drawing_document.h"
+#include "drawing/entity_painter.h"
+#include "drawing/spatial_index.h"
+#include "platform/canvas.h"
+#include "platform/colour.h"
+
+// One view of a drawing: what it shows (window, layers, colours), what a
+// click meets, and its picture on a Canvas. Each view of the drawing window
+// is one Viewer. A widget drives it: it hands in its size and the mouse in
+// drawing units (ToDrawing), calls the commands, and paints with Render.
+//
+// Invariants: the window shown always has the aspect of the picture, and
+// keeps its centre through every zoom; the zoom factor is 1 at "zoom all" and
+// doubles with each zoom in; a frame visits only the entities whose bounds
+// meet the window.
+namespace parvenna::drawing {
+
+// A drawing with its index, read once; any number of views can show it.
+struct IndexedDrawing {
+  DrawingDocument document;
+  SpatialIndex index;
+};
+
+// Null when the file cannot be read; detail then says why.
+std::shared_ptr<const IndexedDrawing> ReadIndexedDrawing(const std::string& path,
+                                                         std::string& detail);
+
+// The commands of the zoom buttons.
+enum class ViewCommand { ZoomIn, ZoomOut, ZoomAll, UndoZoom, PartLarge };
+
+// The shown window and its zoom, as stored for a saved view.
+struct ViewState {
+  double zoomFactor = 0;
+  double blx = 0, bly = 0, trx = 0, try_ = 0;
+};
+
+// Fore colour numbers of the project options: these paint every entity in
+// one colour; any other number keeps the entities' own colours.
+inline constexpr int ForeWhite = 14;
+inline constexpr int ForeBlack = 7;
+inline constexpr int ForeYellow = 2;
+inline constexpr int ForeBlue = 5;
+inline constexpr int ForeOriginal = 256;
+
+// The colour that marks entities already grabbed.
+inline constexpr Rgb UsedMarkColour{255, 0, 255};
+
+class Viewer {
+ public:
+  Viewer();
+  ~Viewer();
+  Viewer(Viewer&&) noexcept;
+  Viewer& operator=(Viewer&&) noexcept;
+
+  // --- the file ---
+  // Reads the drawing; false when it cannot be read (the caller shows
+  // messages::OpenDrawingFileError). A failed load leaves the view empty.
+  bool Load(const std::string& path);
+  // Shows a drawing that is already read, so two views can share one copy.
+  // Layers show as the file has them, the marks are cleared, and the whole
+  // drawing is in the window.
+  void Show(std::shared_ptr<const IndexedDrawing> drawing);
+  void Close();
+  bool IsLoaded() const { return document_ != nullptr; }
+  const std::string& FileName() const { return fileName_; }
+  const std::string& LoadDetail() const { return loadDetail_; }
+  const DrawingDocument* Document() const { return document_ ? &document_->document : nullptr; }
+  std::shared_ptr<const IndexedDrawing> SharedDrawing() const { return document_; }
+
+  // --- layers, numbered from 0 in the order of the drawing ---
+  int LayerCount() const;
+  std::string LayerName(int layer) const;
+  bool LayerVisible(int layer) const;
+  void SetLayerVisible(int layer, bool visible);
+  // By name; false when the drawing has no such layer.
+  bool SetLayerVisible(std::string_view name, bool visible);
+  void ShowAllLayers();
+
+  // --- the window ---
+  // The size of the picture, in its own units (pixels for a widget).
+  void SetViewport(double width, double height);
+  double ViewportWidth() const { return viewportWidth_; }
+  double ViewportHeight() const { return viewportHeight_; }
+  void Run(ViewCommand command);
+  void ZoomAll();
+  void ZoomIn();
+  void ZoomOut();
+  void UndoZoom();
+  // Zooms by a factor (2 is one zoom in) keeping the drawing point under
+  // the cursor where it is on the screen.
+  void ZoomAt(Point cursor, double factor);
+  // Shows the window with these corners (widened to the picture's aspect).
+  // Corners that make no window, all 0 for instance, show the whole drawing.
+  void ShowWindow(double blx, double bly, double trx, double try_);
+  ViewState ReadWindow() const;
+  // Keeps the centre; a factor of 0 or less is ignored.
+  void SetZoomFactor(double factor);
+  void Pan(double dx, double dy);
+  Box VisibleWindow() const;
+
+  // "Enlarge a part": after Run(PartLarge), the next press and release of
+  // the mouse span the window to show. MouseMove draws the band between.
+  bool AwaitingPart() const { return awaitingPart_; }
+  void MouseDown(Point at);
+  void MouseMove(Point at);
+  void MouseUp(Point at);
+
+  // Between the picture's units (y downwards) and the drawing's.
+  Point ToDrawing(double px, double py) const;
+  CanvasPoint ToScreen(Point p) const;
+
+  // --- colours ---
+  void SetBackColour(Rgb colour) { back_ = colour; }
+  Rgb BackColour() const { return back_; }
+  void SetForeColour(int number) { foreNumber_ = number; }
+  int ForeColourNumber() const { return foreNumber_; }
+
+  // --- pictures ---
+  // The view: the canvas's size is taken as the viewport.
+  void Render(Canvas& canvas);
+  // The whole drawing with the shown window as a rectangle.
+  void RenderOverview(Canvas& canvas) const;
+  // Entities visited by the last Render: what a frame cost.
+  std::size_t LastFrameEntities() const { return lastFrameEntities_; }
+
+  // --- searching at a point ---
+  // How near, in picture units, a click must come to an entity.
+  void SetPickTolerance(double units) { pickTolerance_ = units; }
+  // Finds the entities at a drawing point, nearest first; with a start
+  // handle the search goes on after that entity. True when one is found.
+  bool Search(Point at, std::string_view startHandle = {});
+  // The entity found, numbered from 1; 0 when none.
+  std::uint32_t Found() const;
+  // Moves to the next entity of the search; its handle, or "" at the end.
+  std::string NextEntity();
+  std::string FoundHandle() const;
+  // "TEXT", "LINE", "POLYLINE", "ARC", "CIRCLE" or "POINT"; "" when none.
+  std::string FoundDescription() const;
+  // The text as stored in the file, when a text was found.
+  std::string FoundText() const;
+  // The first text entity at a point, or none: the search a click makes.
+  bool FindTextAt(Point at);
+
+  // Marks entities with this handle as used; they are drawn in the mark
+  // colour. False when no entity has it.
+  bool MarkUsed(std::string_view handle);
+  bool IsMarked(std::uint32_t entity) const;
+  void ClearMarks();
+
+
+ private:
+  struct Transform;
+  Transform CurrentTransform() const;
+  void SetWindow(const Box& window, bool remember);
+  Box FittedWindow(const Box& window) const;
+  double ZoomAllScale() const;
+  double DistanceTo(std::uint32_t entity, Point at) const;
+
+  std::shared_ptr<const IndexedDrawing> document_;
+  std::string fileName_;
+  std::string loadDetail_;
+  std::vector<bool> layerVisible_;
+  std::vector<bool> marked_;
+
+  double viewportWidth_ = 1920, viewportHeight_ = 1080;
+  Box window_;  // as asked; the shown window widens it to the viewport's aspect
+  std::vector<Box> history_;
+
+  bool awaitingPart_ = false, dragging_ = false;
+  Point dragFrom_, dragTo_;
+
+  Rgb back_ = colours::White;
+  int foreNumber_ = ForeOriginal;
+
+  double pickTolerance_ = 3;
+  std::vector<std::uint32_t> hits_;
+  std::size_t hit_ = 0;
+
+  std::size_t lastFrameEntities_ = 0;
+  PaintScratch scratch_;
+};
+
+}  // namespace parvenna::drawing
