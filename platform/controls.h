@@ -20,6 +20,8 @@ inline constexpr Rgb Menu{240, 240, 240};
 struct Label {
   std::string Caption;
   Rgb ForeColor = colours::Black;
+  Rgb BackColor = colours::ButtonFace;
+  bool Enabled = true;
   bool Visible = true;
   double Left = 0;
   double Top = 0;
@@ -58,7 +60,16 @@ struct CheckBox {
   std::string ToolTipText;
 };
 
+// One of a group of option buttons: at most one of the group has Value set.
+struct OptionButton {
+  std::string Caption;
+  bool Value = false;
+  bool Enabled = true;
+  std::string ToolTipText;
+};
+
 struct Frame {
+  std::string Caption;
   bool Enabled = true;
   bool Visible = true;
   double Top = 0;
@@ -92,9 +103,11 @@ struct MenuItem {
   bool Checked = false;
 };
 
-inline CommandButton Button(std::string caption) {
+inline CommandButton Button(std::string caption, std::string toolTip = "", bool enabled = true) {
   CommandButton b;
   b.Caption = std::move(caption);
+  b.ToolTipText = std::move(toolTip);
+  b.Enabled = enabled;
   return b;
 }
 

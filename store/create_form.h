@@ -3,7 +3,7 @@
 #include <string>
 
 #include "platform/prompter.h"
-#include "store/controls.h"
+#include "platform/controls.h"
 #include "store/project_opening.h"
 #include "store/project_state.h"
 #include "store/project_windows.h"

@@ -61,22 +61,15 @@ SettingForm::SettingForm(ProjectState& state, Prompter& prompter, SystemStore& s
   chkTangent.ToolTipText = messages::TipTangent;
   for (TextBox& box : txtWarning) box.ToolTipText = messages::TipWarning;
   for (TextBox& box : txtTangentTolerance) box.ToolTipText = messages::TipTangentTolerance;
-  cmdOK = {messages::CaptionOK, true, messages::TipOK};
-  cmdApply = {messages::CaptionApply, false, messages::TipApply};
-  cmdDefault = {messages::CaptionDefault, true, messages::TipDefault};
-  cmdAsDefault = {messages::CaptionAsDefault, true, messages::TipAsDefault};
-  cmdCancel = {messages::CaptionCancel, true, messages::TipCancel};
-  cmdForward = {"", true, messages::TipForward};
-  cmdBackward = {"", true, messages::TipBackward};
+  cmdOK = Button(messages::CaptionOK, messages::TipOK);
+  cmdApply = Button(messages::CaptionApply, messages::TipApply, false);
+  cmdDefault = Button(messages::CaptionDefault, messages::TipDefault);
+  cmdAsDefault = Button(messages::CaptionAsDefault, messages::TipAsDefault);
+  cmdCancel = Button(messages::CaptionCancel, messages::TipCancel);
+  cmdForward = Button("", messages::TipForward);
+  cmdBackward = Button("", messages::TipBackward);
 }
 
-template <std::size_t N>
-void SettingForm::SetOption(std::array<OptionButton, N>& group, int index) {
-  if (index < 0 || index >= static_cast<int>(N)) {
-    throw RunError(ErrorNumber::SubscriptOutOfRange, "Control array element does not exist");
-  }
-  for (std::size_t i = 0; i < N; ++i) group[i].Value = static_cast<int>(i) == index;
-}
 
 int SettingForm::SelectedOf(const OptionButton* group, int count) const {
   for (int i = 0; i < count; ++i) {
@@ -123,7 +116,7 @@ void SettingForm::Form_Load() {
   lblTangentTolerance[1].Caption = lblWarning[1].Caption = std::string(DegreeMark);
   Centred = true;
   Selection = -1;
-  for (Label& label : lblOrder) label.Marked = false;
+  for (Label& label : lblOrder) label.BackColor = colours::ButtonFace;
 
   using namespace project_columns;
   Database db = Database::Open(NativePath(state_.ProjectFile));
@@ -214,10 +207,8 @@ void SettingForm::optFeet_Click(int index) {
 
 void SettingForm::MarkOrder(int index) {
   for (Label& label : lblOrder) {
-    label.Marked = false;
-    label.BackColor = Rgb{};
+    label.BackColor = colours::ButtonFace;
   }
-  lblOrder[static_cast<std::size_t>(index)].Marked = true;
   lblOrder[static_cast<std::size_t>(index)].BackColor = colours::MarkColour;
   Selection = index;
 }
@@ -319,8 +310,7 @@ void SettingForm::cmdApply_Click() {
   }
   cmdApply.Enabled = false;
   for (Label& label : lblOrder) {
-    label.Marked = false;
-    label.BackColor = Rgb{};
+    label.BackColor = colours::ButtonFace;
   }
 
   opener_.LoadProjectSettings();

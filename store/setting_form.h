@@ -4,7 +4,8 @@
 #include <string>
 
 #include "platform/prompter.h"
-#include "store/controls.h"
+#include "platform/controls.h"
+#include "platform/run_error.h"
 #include "store/project_opening.h"
 #include "store/project_state.h"
 #include "store/project_windows.h"
@@ -88,7 +89,12 @@ class SettingForm {
     cmdApply.Enabled = true;
   }
   template <std::size_t N>
-  static void SetOption(std::array<OptionButton, N>& group, int index);
+  static void SetOption(std::array<OptionButton, N>& group, int index) {
+    if (index < 0 || index >= static_cast<int>(N)) {
+      throw RunError(ErrorNumber::SubscriptOutOfRange, "Control array element does not exist");
+    }
+    for (std::size_t i = 0; i < N; ++i) group[i].Value = static_cast<int>(i) == index;
+  }
   double WriteCommonValues(Recordset& rs, const char* decimalColumn, const char* toleranceColumn);
   void ShowUnit(bool feet, bool squareUnits);
   void ShowTangentEnabling();

@@ -59,7 +59,7 @@ TEST(SettingForm, ArrowsNeverMoveTheFieldInPlaceOne) {
       EXPECT_EQ(order != start, acts) << selection << forward;
       int moved = acts ? selection + (forward ? -1 : 1) : selection;
       EXPECT_EQ(w.form.Selection, moved);
-      EXPECT_TRUE(w.form.lblOrder[static_cast<std::size_t>(moved)].Marked);
+      EXPECT_EQ(w.form.lblOrder[static_cast<std::size_t>(moved)].BackColor, colours::MarkColour);
     }
   }
 }
