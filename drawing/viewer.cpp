@@ -167,12 +167,19 @@ Viewer::Transform Viewer::CurrentTransform() const {
   return t;
 }
 
+Box Viewer::AllWindow() const {
+  if (!document_) return {};
+  const Box& extent = document_->document.extent;
+  if (extent.Empty()) return {0, 0, 1, 1};
+  const double margin = std::max(extent.Width(), extent.Height()) * 0.02;
+  Box all = extent.Inflated(margin);
+  if (all.Width() <= 0 && all.Height() <= 0) all = all.Inflated(0.5);
+  return all;
+}
+
 double Viewer::ZoomAllScale() const {
-  if (!document_) return 1;
-  Box all = document_->document.extent;
-  if (all.Empty()) return 1;
-  const Box fitted = FittedWindow(all);
-  return viewportWidth_ / fitted.Width();
+  const Box fitted = FittedWindow(AllWindow());
+  return fitted.Empty() ? 1 : viewportWidth_ / fitted.Width();
 }
 
 void Viewer::SetWindow(const Box& window, bool remember) {
@@ -203,14 +210,7 @@ void Viewer::Run(ViewCommand command) {
 }
 
 void Viewer::ZoomAll() {
-  if (!document_) return;
-  const Box& extent = document_->document.extent;
-  if (extent.Empty()) {
-    SetWindow({0, 0, 1, 1}, true);
-    return;
-  }
-  const double margin = std::max(extent.Width(), extent.Height()) * 0.02;
-  SetWindow(extent.Inflated(margin), true);
+  if (document_) SetWindow(AllWindow(), true);
 }
 
 void Viewer::ZoomIn() {

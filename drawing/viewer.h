@@ -161,6 +161,7 @@ class Viewer {
   Transform CurrentTransform() const;
   void SetWindow(const Box& window, bool remember);
   Box FittedWindow(const Box& window) const;
+  Box AllWindow() const;
   double ZoomAllScale() const;
   double DistanceTo(std::uint32_t entity, Point at) const;
 
