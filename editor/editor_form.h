@@ -18,7 +18,7 @@ namespace parvenna::editor {
 // The menu entries of the main window whose state the editor sets. The main
 // menu's model reads them from here.
 struct EditorMenus {
-  MenuItem mnuEditMode = Menu("&Edit mode");
+  MenuItem mnuEditMode = Menu("Edit mode");
   MenuItem mnuSaveParcel = Menu("&Save parcel");
   MenuItem mnuCancelParcel = Menu("&Cancel parcel");
   MenuItem mnuInsertParcel = Menu("&Insert parcel");
@@ -28,10 +28,10 @@ struct EditorMenus {
   // Enabled with the editor's frames when a project is open.
   MenuItem mnuEdit = Menu("&Edit");
   MenuItem mnuView = Menu("&View");
-  MenuItem mnuOptions = Menu("&Options");
+  MenuItem mnuOptions = Menu("O&ptions");
   MenuItem mnuReport = Menu("&Report");
-  MenuItem mnuRelocateCAD = Menu("&Relocate drawing");
-  MenuItem mnuCurrentCAD = Menu("&Current drawing");
+  MenuItem mnuRelocateCAD = Menu("Re&locate drawing file");
+  MenuItem mnuCurrentCAD = Menu("Current drawing file path");
   MenuItem mnuSizePicture = Menu("Full picture");
 };
 

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "store/project_windows.h"
+
+namespace parvenna::shell {
+
+// What the shell asks of the real windows: dialogs, window placement and the
+// other programs of the desktop. The Qt main window implements it; tests use a
+// recording fake.
+class ShellWindows {
+ public:
+  virtual ~ShellWindows() = default;
+
+  virtual std::optional<std::string> ShowOpen(const store::FileDialogRequest& request) = 0;
+  virtual void SetCaptions(const std::string& editorCaption, const std::string& mainCaption) = 0;
+  // The editor stays above the drawing while the program is in front.
+  virtual void SetEditorTopmost(bool topmost) = 0;
+  virtual void ShowEditor() = 0;
+  virtual void MinimizeEditor() = 0;
+  virtual void MinimizeMain() = 0;
+  virtual void CloseMain() = 0;  // the close request of mnuExit
+  // The drawing window comes up, with the editor kept above it.
+  virtual void BringUpDrawing() = 0;
+  // The drawing of DrawingFile opened in both views; false when it failed.
+  virtual bool OpenDrawing() = 0;
+  virtual void ShowRowMenu(int row) = 0;
+  virtual void ShowCreateDialog() = 0;
+  virtual void ShowSettingDialog() = 0;
+  virtual void ShowAbout(const std::string& credits) = 0;
+  // A page, a file or a mail address opened by the desktop.
+  virtual void OpenUrl(const std::string& url) = 0;
+};
+
+}  // namespace parvenna::shell
