@@ -1,0 +1,142 @@
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "platform/controls.h"
+#include "platform/prompter.h"
+#include "reports/report_course.h"
+#include "reports/report_filter.h"
+#include "reports/report_windows.h"
+#include "store/project_state.h"
+#include "store/store.h"
+
+namespace parvenna::editor {
+class EditorForm;
+}
+
+namespace parvenna::reports {
+
+// The window's caption is the switch between the three reports.
+enum class ReportKind { Full, Summary, Picture, Unknown };
+ReportKind KindOfCaption(const std::string& caption);
+const char* CaptionOf(ReportKind kind);
+
+struct OptionButton {
+  std::string Caption;
+  bool Value = false;
+  std::string ToolTipText;
+};
+
+// The preview: the work file's text as loaded, and the selection, in
+// characters.
+struct RichTextBox {
+  std::string Text;
+  std::size_t SelStart = 0;
+  std::size_t SelLength = 0;
+  std::string FontName = "Courier New";  // fixed pitch, so the columns stand
+  bool Visible = true;
+  double Top = 480;
+  double Width = 9480;
+  double Height = 6120;
+  std::string ToolTipText;
+};
+
+struct BarFrame {
+  double Width = 9480;
+  double Height = 480;
+};
+
+struct ReportMenus {
+  MenuItem mnuHelp = Menu("&Help");
+  MenuItem mnuQuickHelp = Menu("&Quick help");
+  MenuItem mnuAbout = Menu("About Parvenna");
+  MenuItem mnuFAQ = Menu("FAQ online");
+  MenuItem mnuSupport = Menu("Email to support");
+  MenuItem mnuComment = Menu("Email Comment");
+};
+
+// frmReport: the one window of the three closure reports. It reads the
+// project file afresh through a database handle of its own, writes the text
+// reports into work files beside the program and shows them; the picture
+// report has no preview and steps the editor instead.
+class ReportForm {
+ public:
+  // `editor` serves the picture report; the text reports do without it.
+  ReportForm(store::ProjectState& project, Prompter& prompter, ReportWindows& windows,
+             editor::EditorForm* editor = nullptr);
+
+  // ---- Controls, in the order of the bar ----------------------------------
+  std::string Caption;
+  double Left = 0, Top = 0, Width = 9600, Height = 7305;
+  double ScaleWidth = 9480, ScaleHeight = 6600;
+  BarFrame frameBar;
+  ComboBox cbxParcel;
+  CommandButton cmdExport, cmdPrint, cmdClose;
+  std::array<OptionButton, 3> optPassFail;
+  Label Label1;
+  RichTextBox rtfReport;
+  ReportMenus menus;
+
+  // ---- Fields while the window lives -----------------------------------------
+  std::string ReportTextPath;
+  std::string ReportCsvPath;  // empty until a full report was built
+  std::string DirectionLabel;
+  // When set, the work files go here instead of beside the program (the
+  // command-line tool keeps them apart from a running program's).
+  std::string WorkDirectoryOverride;
+  bool Unloaded = false;
+
+  ReportKind Kind() const { return KindOfCaption(Caption); }
+
+  // ---- Events ----------------------------------------------------------------
+  void Form_Load();
+  void Form_Activate();
+  void Form_Resize();
+  void Form_Unload();
+  // An option takes the value: a change to true clears the others and fires
+  // optPassFail_Click; a change to false fires nothing.
+  void SetOptionValue(int index, bool value);
+  // The user picks an entry of the combo: fires cbxParcel_Click.
+  void SelectParcel(int listIndex);
+  void optPassFail_Click(int index);
+  void cbxParcel_Click();
+  void cmdExport_Click();
+  void cmdPrint_Click();
+  void cmdClose_Click();
+
+  // The narrow window of the picture report, which shows only the bar and
+  // puts "Save as" outside it.
+  void SetUpPictureWindow();
+
+  // ---- Builders --------------------------------------------------------------
+  void BuildFullReport();
+  void BuildSummaryReport();
+  // Whichever the caption names; nothing for the picture report.
+  void BuildReport();
+
+  FilterChoice Choice() const;
+  // Saves the preview by the name's ending; errors end it without a word.
+  void SaveAs(const std::string& name);
+  // The preview, or its selection, on a printer.
+  void PrintPreview(Printer& printer) const;
+
+  store::ProjectState& project;
+  Prompter& prompter;
+  ReportWindows& windows;
+  editor::EditorForm* editor;
+
+ private:
+  void SetWorkPaths(bool withCsv);
+  void LoadPreview();
+  store::Database db_;
+  ReportWork work_;
+};
+
+// The report menu of the main window: with the editor's Save enabled the
+// box asks to save first and no report opens (false); otherwise the caption
+// is set, and for the picture report the editor goes off the screen and the
+// window is made narrow. The caller then shows the window.
+bool OpenReport(ReportKind kind, bool editorSaveEnabled, ReportForm& form);
+
+}  // namespace parvenna::reports

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+// How the reports write numbers and fill columns.
+namespace parvenna::reports {
+
+// The number picture of every report: "###,##0." followed by `decimals`
+// zeros. With 0 decimals it keeps its point, so amounts end in one.
+std::string ReportNumberFormat(int decimals);
+
+// A number through that picture: thousands commas, a 0 before the point,
+// exactly `decimals` decimals rounded half even as written. An infinite
+// number is an overflow.
+std::string FormatReportNumber(double value, int decimals);
+
+// A text through the picture: a text that reads as a number is formatted,
+// anything else (an empty field, "N/A", a direction) comes out as it stands.
+std::string FormatReportText(std::string_view text, int decimals);
+
+// `width` minus the length of the text in blanks, then the text. Lengths are
+// characters, not bytes. A text wider than its column is an invalid call: in
+// the reports that drops the line it stands in.
+std::string PadLeft(std::string_view text, int width);
+
+// The first `count` characters of a text.
+std::string LeftChars(std::string_view text, std::size_t count);
+
+}  // namespace parvenna::reports

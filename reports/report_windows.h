@@ -1,0 +1,40 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "platform/printer.h"
+
+// What the report window asks of the platform and of the windows around it.
+// The Qt shell implements it; tests and the command-line tool use fakes.
+namespace parvenna::reports {
+
+class ReportWindows {
+ public:
+  virtual ~ReportWindows() = default;
+
+  // dlgIOFile.ShowSave with the filter: the name chosen, nothing on cancel.
+  virtual std::optional<std::string> ShowSave(const std::string& filter) = 0;
+  // dlgIOFile.ShowPrinter with its Flags (256 return a printer, +1 print the
+  // selection): the printer chosen, paper or a PDF file; nothing on cancel.
+  virtual std::unique_ptr<Printer> ShowPrinter(int flags) = 0;
+  // The printer of the picture report, which prints without a dialog of its
+  // own; nothing when there is none.
+  virtual Printer* PicturePrinter() = 0;
+
+  // The window calls: topmost states, the editor moved off the screen while
+  // it serves as the print source and brought back to the centre.
+  virtual void SetReportTopmost() = 0;
+  virtual void SetEditorTopmost(bool topmost) = 0;
+  virtual void MoveEditorOffScreen() = 0;
+  virtual void CenterEditor() = 0;
+  // Lets pending events run.
+  virtual void DoEvents() = 0;
+
+  // The screen in twips.
+  virtual double ScreenWidth() const { return 1920 * 15.0; }
+  virtual double ScreenHeight() const { return 1080 * 15.0; }
+};
+
+}  // namespace parvenna::reports

@@ -1,0 +1,68 @@
+#include "reports/work_files.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <system_error>
+
+#include "store/paths.h"
+
+namespace parvenna::reports {
+namespace {
+
+std::string PerUserDirectory() {
+  namespace fs = std::filesystem;
+  fs::path base;
+  if (const char* local = std::getenv("LOCALAPPDATA"); local && *local) base = local;
+  else if (const char* cache = std::getenv("XDG_CACHE_HOME"); cache && *cache) base = cache;
+  else if (const char* home = std::getenv("HOME"); home && *home) base = fs::path(home) / ".cache";
+  else base = fs::temp_directory_path();
+  fs::path dir = base / "Parvenna";
+  std::error_code ec;
+  fs::create_directories(dir, ec);
+  return dir.string();
+}
+
+}  // namespace
+
+bool DirectoryWritable(const std::string& directory) {
+  namespace fs = std::filesystem;
+  std::error_code ec;
+  if (directory.empty() || !fs::is_directory(store::NativePath(directory), ec)) return false;
+  const fs::path probe = fs::path(store::NativePath(directory)) / ".parvenna-write-probe";
+  {
+    std::ofstream out(probe, std::ios::binary | std::ios::app);
+    if (!out) return false;
+  }
+  fs::remove(probe, ec);
+  return true;
+}
+
+std::string WorkDirectory(const std::string& appDirectory) {
+  return DirectoryWritable(appDirectory) ? appDirectory : PerUserDirectory();
+}
+
+std::string WorkFilePath(std::string_view directory, std::string_view name) {
+  std::string path(directory);
+  if (path.empty() || !store::IsSeparator(path.back())) path += store::kSeparator;
+  path += name;
+  return path;
+}
+
+bool WriteWholeFile(const std::string& path, std::string_view bytes) {
+  std::ofstream out(store::NativePath(path), std::ios::binary | std::ios::trunc);
+  if (!out) return false;
+  out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  out.close();
+  return !out.fail();
+}
+
+bool ReadWholeFile(const std::string& path, std::string& bytes) {
+  std::ifstream in(store::NativePath(path), std::ios::binary);
+  if (!in) return false;
+  bytes.assign(std::istreambuf_iterator<char>(in), {});
+  return !in.bad();
+}
+
+}  // namespace parvenna::reports

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+// The work files of the text reports, temp.rpt and tempcsv.rpt. They stay on
+// the disk after the window closes and the next report overwrites them.
+namespace parvenna::reports {
+
+// The directory of the work files: the program's own, or, when that cannot
+// be written (a program installed read-only), a directory of the user's:
+// $XDG_CACHE_HOME/Parvenna, ~/.cache/Parvenna, or %LOCALAPPDATA%\Parvenna,
+// made when needed.
+std::string WorkDirectory(const std::string& appDirectory);
+
+// The directory and the name with one separator between.
+std::string WorkFilePath(std::string_view directory, std::string_view name);
+
+// True when a file can be made in the directory.
+bool DirectoryWritable(const std::string& directory);
+
+// Writes a whole file anew; false when it cannot be written.
+bool WriteWholeFile(const std::string& path, std::string_view bytes);
+// Reads a whole file; false when it cannot be read.
+bool ReadWholeFile(const std::string& path, std::string& bytes);
+
+}  // namespace parvenna::reports
