@@ -22,7 +22,7 @@ class FakeReportWindows : public reports::ReportWindows {
   std::optional<std::string> saveName;  // what ShowSave returns
   bool printerChosen = true;            // ShowPrinter returns a printer, or cancels
   std::vector<int> printerFlags;
-  RecordingPrinter* lastPrinter = nullptr;  // the printer handed out last
+  std::vector<RecordingPrinter::Job> printed;  // the jobs of the printer handed out last
   RecordingPrinter picturePrinter;
   std::vector<std::string> calls;
 
@@ -33,9 +33,8 @@ class FakeReportWindows : public reports::ReportWindows {
   std::unique_ptr<Printer> ShowPrinter(int flags) override {
     printerFlags.push_back(flags);
     if (!printerChosen) return nullptr;
-    auto printer = std::make_unique<RecordingPrinter>();
-    lastPrinter = printer.get();
-    return printer;
+    printed.clear();
+    return std::make_unique<RecordingPrinter>(&printed);
   }
   Printer* PicturePrinter() override { return &picturePrinter; }
   void SetReportTopmost() override { calls.push_back("ReportTopmost"); }

@@ -172,12 +172,11 @@ TEST(ReportWindow, PrintsThePreviewOrItsSelection) {
   AddTwoParcels(p);
   OpenWindow w(p, ReportKind::Summary);
   w.form.cmdPrint_Click();
-  ASSERT_NE(w.windows.lastPrinter, nullptr);
   EXPECT_EQ(w.windows.printerFlags.back(), 256);
-  const RecordingPrinter& printer = *w.windows.lastPrinter;
-  ASSERT_EQ(printer.jobs.size(), 1u);
-  EXPECT_TRUE(printer.jobs[0].ended);
-  const auto& texts = printer.jobs[0].pages[0].texts;
+  const auto& jobs = w.windows.printed;
+  ASSERT_EQ(jobs.size(), 1u);
+  EXPECT_TRUE(jobs[0].ended);
+  const auto& texts = jobs[0].pages[0].texts;
   ASSERT_FALSE(texts.empty());
   EXPECT_EQ(texts[0].text, "Auto CAD file name: C:\\plans\\site.dwg");
   EXPECT_EQ(texts[0].x, 0.75);
@@ -186,17 +185,18 @@ TEST(ReportWindow, PrintsThePreviewOrItsSelection) {
   w.form.rtfReport.SelLength = 8;
   w.form.cmdPrint_Click();
   EXPECT_EQ(w.windows.printerFlags.back(), 257);
-  EXPECT_EQ(w.windows.lastPrinter->jobs[0].pages[0].texts[0].text, "C:\\plans");
+  EXPECT_EQ(w.windows.printed[0].pages[0].texts[0].text, "C:\\plans");
 
   // A long report runs over pages, each line inside the margins.
   w.form.rtfReport.Text.clear();
   w.form.rtfReport.SelLength = 0;
   for (int i = 0; i < 150; ++i) w.form.rtfReport.Text += "line " + std::to_string(i) + "\r\n";
   w.form.cmdPrint_Click();
-  const auto pages = w.windows.lastPrinter->AllPages();
+  ASSERT_EQ(w.windows.printed.size(), 1u);
+  const auto& pages = w.windows.printed[0].pages;
   EXPECT_EQ(pages.size(), 3u);
-  for (const auto* page : pages) {
-    for (const auto& t : page->texts) EXPECT_LE(t.y + 10 * 1.15 / 72, 11 - 0.75 + 1e-9);
+  for (const auto& page : pages) {
+    for (const auto& t : page.texts) EXPECT_LE(t.y + 10 * 1.15 / 72, 11 - 0.75 + 1e-9);
   }
 
   w.windows.printerChosen = false;

@@ -32,6 +32,15 @@ class RecordingPrinter : public Printer {
     bool ended = false;
   };
   std::vector<Job> jobs;
+  // When set, the jobs are copied there as the printer goes, for a printer
+  // handed over to the code under test.
+  std::vector<Job>* keepInto = nullptr;
+
+  RecordingPrinter() = default;
+  explicit RecordingPrinter(std::vector<Job>* keep) : keepInto(keep) {}
+  ~RecordingPrinter() override {
+    if (keepInto) *keepInto = jobs;
+  }
 
   double TextWidth(std::string_view text) const override;
   double TextHeight() const override { return FontSize * 1.15 / 72; }
