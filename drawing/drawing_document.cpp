@@ -616,4 +616,25 @@ LoadResult LoadDrawing(const std::string& path) {
   return result;
 }
 
+long long ReadFeaturesOnly(const std::string& path) {
+  bool opened = false;
+  const std::string head = ReadHead(path, opened);
+  const FormatGuess guess = GuessFormat(path, head);
+  if (!opened || !guess.readable) return -1;
+  RegisterDrivers();
+  QuietErrors quiet;
+  ConfigScope escapes("DXF_TRANSLATE_ESCAPE_SEQUENCES", "FALSE");
+  ConfigScope encoding("DXF_ENCODING", DxfTextIsUtf8(guess.version) ? "UTF-8" : nullptr);
+  DatasetPtr ds(GDALOpenEx(path.c_str(), GDAL_OF_VECTOR | GDAL_OF_READONLY, nullptr, nullptr, nullptr));
+  if (!ds) return -1;
+  long long count = 0;
+  for (int i = 0; i < GDALDatasetGetLayerCount(ds.get()); ++i) {
+    OGRLayerH layer = GDALDatasetGetLayer(ds.get(), i);
+    while (FeaturePtr feature{OGR_L_GetNextFeature(layer)}) {
+      if (OGR_F_GetGeometryRef(feature.get()) != nullptr) ++count;
+    }
+  }
+  return count;
+}
+
 }  // namespace parvenna::drawing

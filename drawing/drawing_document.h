@@ -116,4 +116,9 @@ struct LoadResult {
 // to the user is messages::OpenDrawingFileError.
 LoadResult LoadDrawing(const std::string& path);
 
+// What reading costs GDAL alone: every feature of the file read with the
+// options the loader uses, its geometry and fields touched, nothing kept.
+// The number of features, or -1 when the file cannot be read.
+long long ReadFeaturesOnly(const std::string& path);
+
 }  // namespace parvenna::drawing

@@ -1,0 +1,198 @@
+// The drawing engine on a county plat sheet of half a million entities:
+// loading beside GDAL's own reading, a frame of the whole sheet and of one
+// lot at 1920 by 1080, a pick, and the memory an entity takes.
+//
+// The sheet is written by the benchmark: 625 blocks of 40 lots; each lot a
+// closed boundary, fifteen lines (setbacks, easements, ticks), a curve, a
+// monument circle, a bearing-and-distance label and a lot number.
+#include <benchmark/benchmark.h>
+
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "drawing/viewer.h"
+#include "tests/drawing/dxf_writer.h"
+
+namespace parvenna::drawing {
+namespace {
+
+constexpr int kBlocksPerSide = 25;
+constexpr int kLotsAcross = 10, kLotsDown = 4;
+constexpr double kLotWidth = 100, kLotDepth = 150, kRoad = 60;
+constexpr double kBlockWidth = kLotsAcross * kLotWidth + kRoad;
+constexpr double kBlockDepth = kLotsDown * kLotDepth + kRoad;
+
+std::string SheetPath() {
+  return (std::filesystem::temp_directory_path() / "parvenna_drawing_bench_sheet.dxf").string();
+}
+
+void WriteSheet(const std::string& path) {
+  testing::DxfWriter dxf;
+  for (const char* name : {"LOTS", "SETBACKS", "EASEMENTS", "TICKS", "CURVES", "MONUMENTS",
+                           "BEARINGS", "LOTNUMBERS"}) {
+    dxf.Layer(name, 7);
+  }
+  int lot = 0;
+  for (int bx = 0; bx < kBlocksPerSide; ++bx) {
+    for (int by = 0; by < kBlocksPerSide; ++by) {
+      for (int i = 0; i < kLotsAcross; ++i) {
+        for (int j = 0; j < kLotsDown; ++j) {
+          const double x = bx * kBlockWidth + i * kLotWidth;
+          const double y = by * kBlockDepth + j * kLotDepth;
+          ++lot;
+          dxf.Polyline("LOTS", {{x, y}, {x + kLotWidth, y}, {x + kLotWidth, y + kLotDepth}, {x, y + kLotDepth}},
+                       true);
+          for (int k = 0; k < 5; ++k) {
+            dxf.Line("SETBACKS", x + 10, y + 10 + k * 26, x + 90, y + 10 + k * 26);
+            dxf.Line("EASEMENTS", x + 5 + k * 18, y + 2, x + 5 + k * 18, y + 8);
+            dxf.Line("TICKS", x + k * 20, y + kLotDepth - 3, x + k * 20 + 3, y + kLotDepth);
+          }
+          dxf.Arc("CURVES", x + 50, y + 75, 20, 10, 170);
+          dxf.Circle("MONUMENTS", x, y, 0.5);
+          char label[64];
+          std::snprintf(label, sizeof label, "N %d%%%%d%02d'%02d\" E %d.%02d'", lot % 90, lot % 60,
+                        (lot * 7) % 60, 100 + lot % 50, lot % 100);
+          dxf.Text("BEARINGS", x + 8, y + 4, 2.5, label);
+          dxf.Text("LOTNUMBERS", x + 45, y + 70, 6, std::to_string(lot % 40 + 1));
+        }
+      }
+    }
+  }
+  dxf.Save(path);
+}
+
+const std::string& Sheet() {
+  static const std::string path = [] {
+    const std::string p = SheetPath();
+    WriteSheet(p);
+    return p;
+  }();
+  return path;
+}
+
+std::shared_ptr<const IndexedDrawing> LoadedSheet() {
+  static std::shared_ptr<const IndexedDrawing> drawing = [] {
+    std::string detail;
+    auto d = ReadIndexedDrawing(Sheet(), detail);
+    if (!d) std::fprintf(stderr, "cannot read the sheet: %s\n", detail.c_str());
+    return d;
+  }();
+  return drawing;
+}
+
+// Counts what would be painted.
+class CountingCanvas : public Canvas {
+ public:
+  double Width() const override { return 1920; }
+  double Height() const override { return 1080; }
+  void SetSize(double, double) override {}
+  void Cls() override { ++calls; }
+  void Line(double, double, double, double, Rgb) override { ++calls; }
+  void Box(double, double, double, double, Rgb) override { ++calls; }
+  void Circle(double, double, double, Rgb, double, double) override { ++calls; }
+  void Polyline(std::span<const CanvasPoint> points, Rgb) override {
+    ++calls;
+    vertices += points.size();
+  }
+  void Text(double, double, std::string_view, double, double, Rgb) override { ++calls; }
+  std::size_t calls = 0, vertices = 0;
+};
+
+void BM_LoadSheet(benchmark::State& state) {
+  const std::string& path = Sheet();
+  std::size_t entities = 0;
+  for (auto _ : state) {
+    std::string detail;
+    auto drawing = ReadIndexedDrawing(path, detail);
+    entities = drawing ? drawing->document.entities.size() : 0;
+    benchmark::DoNotOptimize(drawing);
+  }
+  state.counters["entities"] = static_cast<double>(entities);
+}
+
+void BM_GdalAloneReadsSheet(benchmark::State& state) {
+  const std::string& path = Sheet();
+  long long features = 0;
+  for (auto _ : state) {
+    features = ReadFeaturesOnly(path);
+    benchmark::DoNotOptimize(features);
+  }
+  state.counters["features"] = static_cast<double>(features);
+}
+
+void Frame(benchmark::State& state, bool oneLot) {
+  auto drawing = LoadedSheet();
+  if (!drawing) {
+    state.SkipWithError("no sheet");
+    return;
+  }
+  Viewer view;
+  view.SetViewport(1920, 1080);
+  view.Show(drawing);
+  if (oneLot) {
+    const double x = 12 * kBlockWidth + 3 * kLotWidth, y = 12 * kBlockDepth + kLotDepth;
+    view.ShowWindow(x - 10, y - 10, x + kLotWidth + 10, y + kLotDepth + 10);
+  }
+  CountingCanvas canvas;
+  for (auto _ : state) {
+    canvas.calls = canvas.vertices = 0;
+    view.Render(canvas);
+  }
+  state.counters["entities"] = static_cast<double>(view.LastFrameEntities());
+  state.counters["calls"] = static_cast<double>(canvas.calls);
+}
+
+void BM_FrameWholeSheet(benchmark::State& state) { Frame(state, false); }
+void BM_FrameOneLot(benchmark::State& state) { Frame(state, true); }
+
+void Pick(benchmark::State& state, bool wholeSheet) {
+  auto drawing = LoadedSheet();
+  if (!drawing) {
+    state.SkipWithError("no sheet");
+    return;
+  }
+  Viewer view;
+  view.SetViewport(1920, 1080);
+  view.Show(drawing);
+  const double x = 12 * kBlockWidth + 3 * kLotWidth, y = 12 * kBlockDepth + kLotDepth;
+  if (!wholeSheet) view.ShowWindow(x - 200, y - 200, x + 400, y + 400);  // a block or so
+  bool found = false;
+  for (auto _ : state) {
+    found = view.FindTextAt({x + 10, y + 5});
+    benchmark::DoNotOptimize(found);
+  }
+  if (!found) state.SkipWithError("the label was not found");
+}
+
+void BM_PickInABlockView(benchmark::State& state) { Pick(state, false); }
+void BM_PickInTheWholeSheet(benchmark::State& state) { Pick(state, true); }
+
+void BM_MemoryPerEntity(benchmark::State& state) {
+  auto drawing = LoadedSheet();
+  if (!drawing) {
+    state.SkipWithError("no sheet");
+    return;
+  }
+  for (auto _ : state) benchmark::DoNotOptimize(drawing->document.MemoryBytes());
+  const double n = static_cast<double>(drawing->document.entities.size());
+  state.counters["entities"] = n;
+  state.counters["texts"] = static_cast<double>(drawing->document.texts.size());
+  state.counters["doc_bytes_per_entity"] = static_cast<double>(drawing->document.MemoryBytes()) / n;
+  state.counters["index_bytes_per_entity"] = static_cast<double>(drawing->index.MemoryBytes()) / n;
+}
+
+BENCHMARK(BM_GdalAloneReadsSheet)->Unit(benchmark::kMillisecond)->Iterations(2);
+BENCHMARK(BM_LoadSheet)->Unit(benchmark::kMillisecond)->Iterations(2);
+BENCHMARK(BM_FrameWholeSheet)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_FrameOneLot)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_PickInABlockView)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_PickInTheWholeSheet)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_MemoryPerEntity)->Iterations(1);
+
+}  // namespace
+}  // namespace parvenna::drawing
+
+BENCHMARK_MAIN();
