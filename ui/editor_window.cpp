@@ -53,7 +53,8 @@ void EditorWindow::bind() {
   sketch_->onDoubleClick = [this] { Run([this] { form_.ToggleSketchZoom(); }); };
   BuildRowMenu();
   resize(Px(form_.Width), std::max(Px(form_.Height), topBand_ + Px(12 * 400)));
-  Refresh();
+  // The form learns its size now: a zoom before the window shows fills it.
+  Run([this] { form_.Form_Resize(Twips(height())); });
 }
 
 QPushButton* EditorWindow::CommandButton(const parvenna::CommandButton& model,
