@@ -123,19 +123,25 @@ void BM_GdalAloneReadsSheet(benchmark::State& state) {
   state.counters["features"] = static_cast<double>(features);
 }
 
-void Frame(benchmark::State& state, bool oneLot) {
+// A 1920 by 1080 view of the whole sheet; false when there is no sheet.
+bool SheetView(benchmark::State& state, Viewer& view) {
   auto drawing = LoadedSheet();
   if (!drawing) {
     state.SkipWithError("no sheet");
-    return;
+    return false;
   }
-  Viewer view;
   view.SetViewport(1920, 1080);
   view.Show(drawing);
-  if (oneLot) {
-    const double x = 12 * kBlockWidth + 3 * kLotWidth, y = 12 * kBlockDepth + kLotDepth;
-    view.ShowWindow(x - 10, y - 10, x + kLotWidth + 10, y + kLotDepth + 10);
-  }
+  return true;
+}
+
+// The lower left corner of a lot in the middle of the sheet.
+constexpr double kLotX = 12 * kBlockWidth + 3 * kLotWidth, kLotY = 12 * kBlockDepth + kLotDepth;
+
+void Frame(benchmark::State& state, bool oneLot) {
+  Viewer view;
+  if (!SheetView(state, view)) return;
+  if (oneLot) view.ShowWindow(kLotX - 10, kLotY - 10, kLotX + kLotWidth + 10, kLotY + kLotDepth + 10);
   CountingCanvas canvas;
   for (auto _ : state) {
     canvas.calls = canvas.vertices = 0;
@@ -149,19 +155,12 @@ void BM_FrameWholeSheet(benchmark::State& state) { Frame(state, false); }
 void BM_FrameOneLot(benchmark::State& state) { Frame(state, true); }
 
 void Pick(benchmark::State& state, bool wholeSheet) {
-  auto drawing = LoadedSheet();
-  if (!drawing) {
-    state.SkipWithError("no sheet");
-    return;
-  }
   Viewer view;
-  view.SetViewport(1920, 1080);
-  view.Show(drawing);
-  const double x = 12 * kBlockWidth + 3 * kLotWidth, y = 12 * kBlockDepth + kLotDepth;
-  if (!wholeSheet) view.ShowWindow(x - 200, y - 200, x + 400, y + 400);  // a block or so
+  if (!SheetView(state, view)) return;
+  if (!wholeSheet) view.ShowWindow(kLotX - 200, kLotY - 200, kLotX + 400, kLotY + 400);  // a block or so
   bool found = false;
   for (auto _ : state) {
-    found = view.FindTextAt({x + 10, y + 5});
+    found = view.FindTextAt({kLotX + 10, kLotY + 5});
     benchmark::DoNotOptimize(found);
   }
   if (!found) state.SkipWithError("the label was not found");

@@ -196,6 +196,21 @@ double AnticlockwiseFrom(double from, double to) {
   return d;
 }
 
+// The arc from a through m to z on the circle of arc, as a start angle and
+// an anticlockwise sweep.
+void SweepThrough(Point a, Point m, Point z, ArcData& arc) {
+  const double a0 = std::atan2(a.y - arc.centre.y, a.x - arc.centre.x);
+  const double am = std::atan2(m.y - arc.centre.y, m.x - arc.centre.x);
+  const double a1 = std::atan2(z.y - arc.centre.y, z.x - arc.centre.x);
+  if (AnticlockwiseFrom(a0, am) <= AnticlockwiseFrom(a0, a1)) {
+    arc.start = a0;
+    arc.end = AnticlockwiseFrom(a0, a1);
+  } else {
+    arc.start = a1;
+    arc.end = AnticlockwiseFrom(a1, a0);
+  }
+}
+
 struct Common {
   std::uint16_t layer = 0;
   Rgb colour;
@@ -413,21 +428,8 @@ class Reader {
       }
     }
     const bool full = std::hypot(z.x - a.x, z.y - a.y) <= tolerance;
-    if (full) {
-      arc.start = 0;
-      arc.end = kTwoPi;
-    } else {
-      const double a0 = std::atan2(a.y - arc.centre.y, a.x - arc.centre.x);
-      const double am = std::atan2(b.y - arc.centre.y, b.x - arc.centre.x);
-      const double a1 = std::atan2(z.y - arc.centre.y, z.x - arc.centre.x);
-      if (AnticlockwiseFrom(a0, am) <= AnticlockwiseFrom(a0, a1)) {
-        arc.start = a0;
-        arc.end = AnticlockwiseFrom(a0, a1);
-      } else {
-        arc.start = a1;
-        arc.end = AnticlockwiseFrom(a1, a0);
-      }
-    }
+    if (full) arc.end = kTwoPi;
+    else SweepThrough(a, b, z, arc);
     AddArc(arc, full, c);
     return true;
   }
@@ -441,20 +443,8 @@ class Reader {
     if (!CircleThrough(a, m, n == 3 ? z : pt(2), arc.centre, arc.radius)) return false;
     const bool full = n > 3 && a.x == z.x && a.y == z.y;
     if (n > 3 && !full) return false;
-    if (full) {
-      arc.end = kTwoPi;
-    } else {
-      const double a0 = std::atan2(a.y - arc.centre.y, a.x - arc.centre.x);
-      const double am = std::atan2(m.y - arc.centre.y, m.x - arc.centre.x);
-      const double a1 = std::atan2(z.y - arc.centre.y, z.x - arc.centre.x);
-      if (AnticlockwiseFrom(a0, am) <= AnticlockwiseFrom(a0, a1)) {
-        arc.start = a0;
-        arc.end = AnticlockwiseFrom(a0, a1);
-      } else {
-        arc.start = a1;
-        arc.end = AnticlockwiseFrom(a1, a0);
-      }
-    }
+    if (full) arc.end = kTwoPi;
+    else SweepThrough(a, m, z, arc);
     AddArc(arc, full, c);
     return true;
   }
