@@ -33,13 +33,13 @@ void BM_KeystrokeInRow49(benchmark::State& s) {
   for (int i = 0; i < CourseLimit; ++i) {
     const double a = (90 - 360.0 * i / CourseLimit) * Pi / 180;
     const std::string bearing = BearingFromPoints(notation, 0, 0, std::cos(a), std::sin(a));
-    if (i % 5 == 4) {
+    if (i % 5 == 2) {  // row 49, typed into, is a line
       form.ChangeLineCurve(i);
       form.SetFieldText(i, CourseField::BearingArc, bearing);
       form.SetFieldText(i, CourseField::Arc, "100.52");
       form.SetFieldText(i, CourseField::Radius, "400");
       form.SetFieldText(i, CourseField::Chord, "100");
-      form.SetSign(2 * i + (i % 10 == 4 ? 0 : 1), SignTicked);
+      form.SetSign(2 * i + (i % 10 == 2 ? 0 : 1), SignTicked);
     } else {
       form.SetFieldText(i, CourseField::BearingLine, bearing);
       form.SetFieldText(i, CourseField::DistanceLine, "100");

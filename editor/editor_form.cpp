@@ -159,6 +159,8 @@ void EditorForm::SetEditing(bool flag) {
 }
 
 void EditorForm::SetFieldsEnabled(bool flag) {
+  // A name box that loses its Enabled loses the focus too, and with it its mark.
+  if (!flag && focus.kind == FocusKind::Parcel) SetFocus({FocusKind::None});
   txtParcel.Enabled = flag;
   for (int i = 0; i < CourseLimit; ++i) {
     txtArc[i].Enabled = txtChord[i].Enabled = txtRadius[i].Enabled = flag;

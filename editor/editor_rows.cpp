@@ -18,18 +18,17 @@ constexpr CourseField kTextFields[] = {CourseField::BearingLine, CourseField::Di
 
 void EditorForm::Form_Load() {
   ExitConfirmed = false;
-  // The sketch stands beside the rows, so the rows take the form's height.
-  frameBase.Height = Height;
-  VScroll1.Height = frameBase.Height;
-  VScroll1.Max = 32000;
-  VScroll1.SmallChange = 32000 / CourseLimit;
-  VScroll1.LargeChange = static_cast<int>(std::nearbyint(32000.0 / CourseLimit * 2));
-
   picParcel.Left = SketchNormalLeft;
   picParcel.Top = 0;
   picParcel.Width = NormalPictureWidth;
   picParcel.Height = NormalPictureHeight;
   picture.SetSize(picParcel.Width, picParcel.Height);
+  // The sketch stands above the rows, which take the rest of the form.
+  frameBase.Height = Height - picParcel.Height;
+  VScroll1.Height = frameBase.Height;
+  VScroll1.Max = 32000;
+  VScroll1.SmallChange = 32000 / CourseLimit;
+  VScroll1.LargeChange = static_cast<int>(std::nearbyint(32000.0 / CourseLimit * 2));
 
   for (int i = 0; i < CourseLimit; ++i) {
     cmdNo[i].Caption = std::to_string(i + 1);
@@ -54,7 +53,7 @@ void EditorForm::Form_Load() {
 void EditorForm::Form_Resize(double innerHeight) {
   const double minimum = 5750;
   Height = innerHeight < minimum ? minimum : innerHeight;
-  frameBase.Height = Height;
+  frameBase.Height = Height - picParcel.Height;
   VScroll1.Height = frameBase.Height;
 }
 

@@ -1,0 +1,258 @@
+#include "ui/main_window.h"
+
+#include <algorithm>
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDesktopServices>
+#include <QFileDialog>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QUrl>
+
+#include "shell/messages.h"
+#include "ui/editor_window.h"
+#include "ui/twips.h"
+
+namespace parvenna::ui {
+namespace {
+
+QString Q(const std::string& text) { return QString::fromStdString(text); }
+
+// "Parvenna Files (*.pvd)|*.pvd|All Files (*.*)|*.*" as the file dialog's filters.
+QString NameFilters(const std::string& filter) {
+  QStringList names;
+  std::size_t start = 0;
+  int position = 0;
+  while (start <= filter.size()) {
+    const std::size_t bar = filter.find('|', start);
+    const std::string part = filter.substr(start, bar == std::string::npos ? bar : bar - start);
+    if (position++ % 2 == 0) names << Q(part);
+    if (bar == std::string::npos) break;
+    start = bar + 1;
+  }
+  return names.join(";;");
+}
+
+// The entries that carry a tick.
+bool Checkable(const std::string& name) {
+  static const char* const names[] = {"mnuWhite",       "mnuBlack",      "mnuYellow",
+                                      "mnuBlue",        "mnuFOriginal",  "mnuFWhite",
+                                      "mnuFBlack",      "mnuFYellow",    "mnuFBlue",
+                                      "mnuVerfyCurves", "mnuAutoInvert", "mnuVerfyTangent",
+                                      "mnuMiniWindow"};
+  for (const char* n : names) {
+    if (name == n) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+MainWindow::MainWindow(const std::string& appDirectory)
+    : prompter_(this),
+      shell_(std::make_unique<shell::Shell>(appDirectory, prompter_, canvas_, *this)) {
+  setWindowTitle("Parvenna");
+  area_ = new QMdiArea(this);
+  area_->setBackground(QColor(128, 128, 128));
+  setCentralWidget(area_);
+
+  // The drawing's window stands behind the editor.
+  auto* drawing = new QLabel("No drawing is open.");
+  drawing->setAlignment(Qt::AlignCenter);
+  drawingSub_ = area_->addSubWindow(drawing);
+  drawingSub_->setWindowTitle("Drawing");
+  drawingSub_->setWindowFlags(drawingSub_->windowFlags() & ~Qt::WindowCloseButtonHint);
+
+  editor_ = new EditorWindow(shell_->frmEditor, canvas_);
+  editor_->bind();
+  editorSub_ = area_->addSubWindow(editor_);
+  editorSub_->installEventFilter(this);
+  editorSub_->setWindowTitle("Parvenna Editor");
+
+  BuildMenus();
+  connect(area_, &QMdiArea::subWindowActivated, this, [this](QMdiSubWindow* active) {
+    // The drawing may take the keyboard, but never the place above the editor.
+    if (active == drawingSub_ && editorTopmost_) editorSub_->raise();
+  });
+  connect(qApp, &QApplication::applicationStateChanged, this, [this](Qt::ApplicationState s) {
+    shell_->Activated(s == Qt::ApplicationActive);
+  });
+  resize(1200, 860);
+}
+
+MainWindow::~MainWindow() = default;
+
+bool MainWindow::Start(const std::string& commandLine) {
+  bool started = false;
+  Run([&] { started = shell_->Start(commandLine); });
+  if (!started) return false;
+  RefreshAll();
+  return true;
+}
+
+void MainWindow::Run(const std::function<void()>& handler) {
+  try {
+    handler();
+  } catch (const RunError& e) {
+    Inform(prompter_, shell::UnknownErrorText(e.Code()), MsgIcon::Critical,
+           shell::messages::UnknownErrorTitle);
+  }
+}
+
+void MainWindow::BuildMenus() {
+  for (const shell::MenuNode& top : shell_->menu.Tree()) {
+    QMenu* menu = menuBar()->addMenu(Q(top.item->Caption));
+    topMenus_.emplace_back(menu, top.item);
+    const std::string name = top.name;
+    connect(menu, &QMenu::aboutToShow, this, [this, name] {
+      Run([&] { shell_->MenuDropDown(name); });
+      RefreshMenus();
+    });
+    AddEntries(menu, top.children);
+  }
+}
+
+void MainWindow::AddEntries(QMenu* menu, const std::vector<shell::MenuNode>& nodes) {
+  int history = 0;
+  for (const shell::MenuNode& node : nodes) {
+    if (node.separator()) {
+      menu->addSeparator();
+      continue;
+    }
+    if (!node.children.empty()) {
+      QMenu* sub = menu->addMenu(Q(node.item->Caption));
+      entries_.push_back({sub->menuAction(), node.item, node.name, 0});
+      AddEntries(sub, node.children);
+      continue;
+    }
+    QAction* action = menu->addAction(Q(node.item->Caption));
+    action->setCheckable(Checkable(node.name));
+    const int index = node.name == "mnuHistory" ? history++ : 0;
+    entries_.push_back({action, node.item, node.name, index});
+    const std::string name = node.name;
+    connect(action, &QAction::triggered, this, [this, name, index] { Trigger(name, index); });
+  }
+}
+
+void MainWindow::Trigger(const std::string& name, int index) {
+  Run([&] { shell_->MenuClick(name, index); });
+  RefreshAll();
+}
+
+void MainWindow::RefreshMenus() {
+  for (auto& [menu, item] : topMenus_) {
+    menu->setTitle(Q(item->Caption));
+    menu->setEnabled(item->Enabled);
+  }
+  for (Entry& e : entries_) {
+    e.action->setText(Q(e.item->Caption));
+    e.action->setEnabled(e.item->Enabled);
+    e.action->setVisible(e.item->Visible);
+    if (e.action->isCheckable()) e.action->setChecked(e.item->Checked);
+  }
+}
+
+void MainWindow::RefreshAll() {
+  RefreshMenus();
+  editor_->Refresh();
+}
+
+// ---- shell::ShellWindows ---------------------------------------------------------------
+
+std::optional<std::string> MainWindow::ShowOpen(const store::FileDialogRequest& request) {
+  const QString path = QFileDialog::getOpenFileName(this, "Open", QString(), NameFilters(request.Filter));
+  if (path.isEmpty()) return std::nullopt;
+  return path.toStdString();
+}
+
+void MainWindow::SetCaptions(const std::string& editorCaption, const std::string& mainCaption) {
+  editorSub_->setWindowTitle(Q(editorCaption));
+  setWindowTitle(Q(mainCaption));
+}
+
+void MainWindow::SetEditorTopmost(bool topmost) {
+  editorTopmost_ = topmost;
+  if (topmost) editorSub_->raise();
+}
+
+void MainWindow::ShowEditor() {
+  drawingSub_->showMaximized();
+  editorSub_->showNormal();
+  // The form's height is its minimum; on a screen of today the rows get the
+  // height of the main window, so that a parcel is seen at once.
+  const int minimum = Px(shell_->frmEditor.Height);
+  const int height = std::max(minimum, area_->viewport()->height() - Px(200));
+  editorSub_->setGeometry(Px(10), Px(100), editorSub_->sizeHint().width(), height);
+  editorSub_->setMinimumHeight(minimum);
+  editorSub_->raise();
+}
+
+void MainWindow::MinimizeEditor() { editorSub_->showMinimized(); }
+
+void MainWindow::MinimizeMain() { showMinimized(); }
+
+void MainWindow::CloseMain() { close(); }
+
+void MainWindow::BringUpDrawing() {
+  drawingSub_->showMaximized();
+  editorSub_->raise();
+}
+
+bool MainWindow::OpenDrawing() { return true; }
+
+void MainWindow::ShowRowMenu(int row) { editor_->ShowRowMenu(row); }
+
+void MainWindow::ShowCreateDialog() {
+  Inform(prompter_, "\"New\"" + std::string(shell::messages::NotThereYet), MsgIcon::Information);
+}
+
+void MainWindow::ShowSettingDialog() {
+  Inform(prompter_, "\"Project options\"" + std::string(shell::messages::NotThereYet),
+         MsgIcon::Information);
+}
+
+void MainWindow::ShowAbout(const std::string& credits) {
+  QMessageBox::about(this, "About Parvenna", Q("Parvenna\n\n" + credits));
+}
+
+void MainWindow::OpenUrl(const std::string& url) {
+  QDesktopServices::openUrl(QUrl(Q(url)));
+}
+
+// ---- Events ------------------------------------------------------------------------------
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+  bool mayClose = false;
+  Run([&] { mayClose = shell_->QueryUnload(); });
+  if (!mayClose) {
+    event->ignore();
+    return;
+  }
+  closing_ = true;
+  event->accept();
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+  // Closing the editor closes the program, after the same question.
+  if (watched == editorSub_ && event->type() == QEvent::Close && !closing_) {
+    event->ignore();
+    close();
+    return true;
+  }
+  return QMainWindow::eventFilter(watched, event);
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+  // The editor goes down and comes back with the main window.
+  if (event->type() == QEvent::WindowStateChange && !isMinimized() && editorSub_->isMinimized()) {
+    editorSub_->showNormal();
+  }
+  QMainWindow::changeEvent(event);
+}
+
+}  // namespace parvenna::ui
