@@ -1,0 +1,264 @@
+#include "app/cli/report_command.h"
+
+#include <filesystem>
+#include <iostream>
+#include <random>
+
+#include "editor/editor_form.h"
+#include "reports/messages.h"
+#include "reports/recorded_picture.h"
+#include "reports/report_form.h"
+#include "store/project_file.h"
+#include "store/project_opening.h"
+#include "store/system_store.h"
+
+namespace parvenna::cli {
+namespace {
+
+namespace fs = std::filesystem;
+using reports::ReportKind;
+
+struct UsageError {
+  std::string what;
+};
+
+struct ReportOptions {
+  ReportKind kind = ReportKind::Unknown;
+  std::string project;
+  int filter = 0;  // 0 all, 1 pass, 2 fail
+  bool parcelGiven = false;
+  std::string parcel;
+  std::string outFile, csvFile, pdfFile;
+};
+
+ReportOptions Parse(const std::vector<std::string>& args) {
+  ReportOptions o;
+  if (args.empty()) throw UsageError{"no report named"};
+  if (args[0] == "full") o.kind = ReportKind::Full;
+  else if (args[0] == "summary") o.kind = ReportKind::Summary;
+  else if (args[0] == "picture") o.kind = ReportKind::Picture;
+  else throw UsageError{"unknown report \"" + args[0] + "\""};
+  for (std::size_t i = 1; i < args.size(); ++i) {
+    const std::string& a = args[i];
+    auto value = [&]() -> const std::string& {
+      if (i + 1 >= args.size()) throw UsageError{a + " needs a value"};
+      return args[++i];
+    };
+    if (a == "--filter") {
+      const std::string& f = value();
+      if (f == "all") o.filter = 0;
+      else if (f == "pass") o.filter = 1;
+      else if (f == "fail") o.filter = 2;
+      else throw UsageError{"--filter is all, pass or fail, not \"" + f + "\""};
+    } else if (a == "--parcel") {
+      o.parcel = value();
+      o.parcelGiven = true;
+    } else if (a == "--out") o.outFile = value();
+    else if (a == "--csv") o.csvFile = value();
+    else if (a == "--pdf") o.pdfFile = value();
+    else if (a.size() > 1 && a[0] == '-') throw UsageError{"unknown option " + a};
+    else if (o.project.empty()) o.project = a;
+    else throw UsageError{"only one project, found also \"" + a + "\""};
+  }
+  if (o.project.empty()) throw UsageError{"no project file given"};
+  if (o.kind == ReportKind::Picture && o.pdfFile.empty()) {
+    throw UsageError{"the picture report is printed: give --pdf FILE"};
+  }
+  if (o.kind != ReportKind::Full && !o.csvFile.empty()) {
+    throw UsageError{"only the full report has CSV rows"};
+  }
+  return o;
+}
+
+// Boxes become lines on the error stream; questions are answered Yes.
+class StreamPrompter : public Prompter {
+ public:
+  explicit StreamPrompter(std::ostream& err) : err_(err) {}
+  MsgAnswer MsgBox(const Message& message) override {
+    shown.push_back(message.Prompt);
+    if (message.Buttons == MsgButtons::YesNo || message.Buttons == MsgButtons::YesNoCancel) {
+      return MsgAnswer::Yes;
+    }
+    err_ << "parvenna-cli: " << message.Prompt << "\n";
+    return MsgAnswer::OK;
+  }
+  std::vector<std::string> shown;
+
+ private:
+  std::ostream& err_;
+};
+
+// The opening of a project without windows around it.
+class NoProjectWindows : public store::ProjectWindows {
+ public:
+  std::optional<std::string> ShowOpen(const store::FileDialogRequest&) override { return {}; }
+  bool SaveEnabled() const override { return false; }
+  void SetEditorTopmost(bool) override {}
+  void SetCaptions(const std::string&, const std::string&) override {}
+  void ShowForeColourMenu(int) override {}
+  void ShowBackColourMenu() override {}
+  void EnableEditorFrames(bool) override {}
+  void ShowDrawingPath(const std::string&) override {}
+  void SetCurrentCadEnabled(bool) override {}
+  bool OpenDrawing() override { return true; }
+  void SettingsLoaded() override {}
+  void ShowParcels() override {}
+  void ClearEditingFlag() override {}
+  void ShowOpenedProject() override {}
+  void ShowEditor() override {}
+  void ShowNewParcelState() override {}
+  void RefreshParcelList() override {}
+  void LayoutArcFields() override {}
+  void CalculateAndDraw() override {}
+};
+
+class NoEditorHost : public editor::EditorHost {
+ public:
+  void BringUpDrawing() override {}
+  void MinimizeEditor() override {}
+  void ShowRowMenu(int) override {}
+};
+
+// The windows of a report run from a script: no dialogs; the picture report
+// and a printed text report go to the PDF printer.
+class ScriptWindows : public reports::ReportWindows {
+ public:
+  std::unique_ptr<Printer> printer;
+  std::optional<std::string> ShowSave(const std::string&) override { return {}; }
+  std::unique_ptr<Printer> ShowPrinter(int) override { return std::move(printer); }
+  Printer* PicturePrinter() override { return printer.get(); }
+  void SetReportTopmost() override {}
+  void SetEditorTopmost(bool) override {}
+  void MoveEditorOffScreen() override {}
+  void CenterEditor() override {}
+  void DoEvents() override {}
+};
+
+std::string ProgramDirectory() {
+  std::error_code ec;
+  const fs::path exe = fs::read_symlink("/proc/self/exe", ec);
+  return ec ? fs::current_path().string() + "/" : exe.parent_path().string() + "/";
+}
+
+// A directory of this run's own for the work files, so that runs side by
+// side and a running program do not overwrite each other's.
+class RunDirectory {
+ public:
+  RunDirectory() {
+    std::random_device random;
+    path_ = fs::temp_directory_path() / ("parvenna-report-" + std::to_string(random()));
+    fs::create_directories(path_);
+  }
+  ~RunDirectory() {
+    std::error_code ec;
+    fs::remove_all(path_, ec);
+  }
+  std::string Path() const { return path_.string() + "/"; }
+
+ private:
+  fs::path path_;
+};
+
+int IndexOfParcel(const ComboBox& combo, const std::string& name) {
+  for (int i = 0; i < combo.ListCount(); ++i) {
+    if (combo.List[static_cast<std::size_t>(i)] == name) return i;
+  }
+  // Short names are stored right-aligned in six; the name as typed finds them.
+  for (int i = 0; i < combo.ListCount(); ++i) {
+    const std::string& listed = combo.List[static_cast<std::size_t>(i)];
+    const std::size_t first = listed.find_first_not_of(' ');
+    if (first != std::string::npos && listed.substr(first) == name) return i;
+  }
+  return -1;
+}
+
+int Run(const ReportOptions& o, std::ostream& out, std::ostream& err,
+        const PdfPrinterFactory& pdfPrinter, const std::string& appDirectory) {
+  StreamPrompter prompter(err);
+  store::ProjectState state;
+  state.AppDirectory = appDirectory.empty() ? ProgramDirectory() : appDirectory;
+  std::error_code ec;
+  state.ProjectFile = fs::absolute(o.project, ec).string();
+  if (!store::CheckProjectFile(state, prompter)) return 1;
+  store::SystemStore systemStore(state.AppDirectory);
+  store::RecentMenu menu;
+  NoProjectWindows projectWindows;
+  store::ProjectOpener(state, prompter, systemStore, menu, projectWindows).LoadProjectSettings();
+
+  ScriptWindows windows;
+  if (!o.pdfFile.empty()) {
+    if (!pdfPrinter) {
+      err << "parvenna-cli: this build cannot write PDF files\n";
+      return 1;
+    }
+    windows.printer = pdfPrinter(o.pdfFile);
+    if (!windows.printer) {
+      err << "parvenna-cli: cannot write " << o.pdfFile << "\n";
+      return 1;
+    }
+  }
+  RunDirectory work;
+  reports::RecordedPicture sketch;
+  NoEditorHost host;
+  std::unique_ptr<editor::EditorForm> editor;
+  if (o.kind == ReportKind::Picture) {
+    editor = std::make_unique<editor::EditorForm>(state, prompter, sketch, host);
+    editor->Show_Parcels();
+  }
+  reports::ReportForm form(state, prompter, windows, editor.get());
+  form.WorkDirectoryOverride = work.Path();
+  reports::OpenReport(o.kind, false, form);
+  form.Form_Load();
+  if (o.parcelGiven) {
+    const int index = IndexOfParcel(form.cbxParcel, o.parcel);
+    if (index < 0) {
+      err << "parvenna-cli: no parcel named \"" << o.parcel << "\" in " << o.project << "\n";
+      return 1;
+    }
+    form.SelectParcel(index);
+  } else {
+    form.SetOptionValue(o.filter, true);
+  }
+  const auto noData = [&] {
+    for (const std::string& text : prompter.shown) {
+      if (text == reports::messages::NoDataText || text == reports::messages::NoDataPicture) return true;
+    }
+    return false;
+  };
+
+  if (o.kind == ReportKind::Picture) {
+    form.cmdPrint_Click();
+    windows.printer.reset();  // the file is written
+    return noData() ? 1 : 0;
+  }
+  if (noData()) return 1;
+  if (o.outFile.empty()) out << form.rtfReport.Text;
+  else form.SaveAs(o.outFile);
+  if (!o.csvFile.empty() && !fs::equivalent(o.csvFile, form.ReportCsvPath, ec)) {
+    fs::copy_file(form.ReportCsvPath, o.csvFile, fs::copy_options::overwrite_existing, ec);
+    if (ec) {
+      err << "parvenna-cli: cannot write " << o.csvFile << "\n";
+      return 1;
+    }
+  }
+  if (windows.printer) form.PrintPreview(*windows.printer);
+  return 0;
+}
+
+}  // namespace
+
+int RunReport(const std::vector<std::string>& args, std::ostream& out, std::ostream& err,
+              const PdfPrinterFactory& pdfPrinter, const std::string& appDirectory) {
+  try {
+    return Run(Parse(args), out, err, pdfPrinter, appDirectory);
+  } catch (const UsageError& e) {
+    err << "parvenna-cli report: " << e.what << "\n" << kReportUsage;
+    return 2;
+  } catch (const RunError& e) {
+    err << "parvenna-cli: Unkown Error Number " << e.Code() << " has occured. (" << e.what()
+        << ")\n";
+    return 1;
+  }
+}
+
+}  // namespace parvenna::cli
