@@ -53,8 +53,9 @@ bool Checkable(const std::string& name) {
 
 }  // namespace
 
-MainWindow::MainWindow(const std::string& appDirectory)
-    : prompter_(this),
+MainWindow::MainWindow(const std::string& appDirectory, Prompter* prompter)
+    : qtPrompter_(this),
+      prompter_(prompter ? *prompter : qtPrompter_),
       shell_(std::make_unique<shell::Shell>(appDirectory, prompter_, canvas_, *this)) {
   setWindowTitle("Parvenna");
   area_ = new QMdiArea(this);

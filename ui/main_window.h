@@ -25,7 +25,8 @@ class EditorWindow;
 // program is in front. It carries out what the shell asks of real windows.
 class MainWindow : public QMainWindow, public shell::ShellWindows {
  public:
-  explicit MainWindow(const std::string& appDirectory);
+  // Message boxes go through `prompter` when one is given, else as QMessageBox.
+  explicit MainWindow(const std::string& appDirectory, Prompter* prompter = nullptr);
   ~MainWindow() override;
 
   // The start of the program; false when it must end (the box was shown).
@@ -73,7 +74,8 @@ class MainWindow : public QMainWindow, public shell::ShellWindows {
   // program's unknown-error box, and the program goes on.
   void Run(const std::function<void()>& handler);
 
-  QtPrompter prompter_;
+  QtPrompter qtPrompter_;
+  Prompter& prompter_;
   PainterCanvas canvas_;
   std::unique_ptr<shell::Shell> shell_;
   QMdiArea* area_ = nullptr;
