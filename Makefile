@@ -1,5 +1,6 @@
 # One entry point for a fresh Debian 12 machine: installs what is missing,
 # configures, builds, and runs.
+#   make run       build and start the program on its sample project
 #   make sample    build and walk the shipped sample parcel with parvenna-cli
 #   make test      build and run every test
 #   make sanitize  build and run every test under AddressSanitizer and UBSan
@@ -16,7 +17,7 @@ PACKAGES := g++ cmake ninja-build pkg-config libgtest-dev libgmock-dev libbenchm
 FUZZ_PACKAGES := clang libclang-rt-14-dev
 SUDO := $(shell [ "$$(id -u)" -eq 0 ] || echo sudo)
 
-.PHONY: deps fuzz-deps configure build sample test sanitize fuzz bench clean
+.PHONY: deps fuzz-deps configure build run sample test sanitize fuzz bench clean
 
 deps:
 	@missing=$$(for p in $(PACKAGES); do dpkg -s $$p >/dev/null 2>&1 || echo $$p; done); \
@@ -38,6 +39,9 @@ configure: deps
 
 build: configure
 	cmake --build $(BUILD) -j $(JOBS)
+
+run: build
+	cd $(BUILD)/bin && ./parvenna sample_feet.pvd
 
 sample: build
 	$(BUILD)/bin/parvenna-cli close samples/sample_parcel.csv --check
