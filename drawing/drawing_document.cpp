@@ -299,7 +299,8 @@ class Reader {
     if (!std::isfinite(at.x) || !std::isfinite(at.y)) return;
     TextData t;
     t.insertion = at;
-    t.height = static_cast<float>(std::isfinite(style.size) && style.size > 0 ? style.size : 0);
+    // A height beyond what a float holds is no height; one is made up later.
+    t.height = static_cast<float>(style.size > 0 && style.size < 1e30 ? style.size : 0);
     t.rotation = static_cast<float>(std::isfinite(style.angle) ? style.angle * std::numbers::pi / 180 : 0);
     AnchorOf(style.anchor, t.halign, t.valign);
     const TextMeasure m = MeasureText(shown);

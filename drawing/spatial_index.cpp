@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace parvenna::drawing {
 namespace {
@@ -34,6 +35,14 @@ void SpatialIndex::Build(const std::vector<Entity>& entities, const Box& extent)
   if (entities.empty() || extent.Empty()) return;
   extent_ = extent;
   const double w = std::max(extent.Width(), 1e-9), h = std::max(extent.Height(), 1e-9);
+  if (!std::isfinite(w) || !std::isfinite(h) || !std::isfinite(w * h)) {
+    // Coordinates too far apart to grid: one cell holds everything.
+    levels_.push_back({std::numeric_limits<double>::infinity(), 1, 1, 0});
+    starts_ = {0, static_cast<std::uint32_t>(entities.size())};
+    items_.resize(entities.size());
+    for (std::size_t i = 0; i < entities.size(); ++i) items_[i] = static_cast<std::uint32_t>(i);
+    return;
+  }
   // About four entities to a cell of the finest grid, at most 1024 cells a side.
   const double cells = std::clamp(static_cast<double>(entities.size()) / 4, 1.0, 1024.0 * 1024.0);
   double base = std::sqrt(w * h / cells);

@@ -107,7 +107,7 @@ class DxfWriter {
   }
   void Real(int code, double v) {
     char buffer[64];
-    std::snprintf(buffer, sizeof buffer, "%3d\n%.6f\n", code, v);
+    std::snprintf(buffer, sizeof buffer, "%3d\n%.10g\n", code, v);
     entities_ += buffer;
   }
   void Int(int code, int v) {

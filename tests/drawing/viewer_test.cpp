@@ -287,5 +287,31 @@ TEST_F(ViewerTest, AClosedViewIgnoresCommands) {
   EXPECT_EQ(view.LayerCount(), 3);
 }
 
+// Coordinates and heights at the ends of the number range load, paint and
+// pick without harm.
+TEST(ViewerLimits, HugeCoordinatesAndHeights) {
+  testing::TempDir dir;
+  testing::DxfWriter dxf;
+  dxf.Layer("0");
+  dxf.Line("0", -1e307, -1e307, 1e307, 1e307);
+  dxf.Line("0", 0, 0, 1, 1);
+  dxf.Text("0", 5, 5, 1e300, "N 1%%d2'3\" E 99999999999999999999999");
+  dxf.Text("0", 9, 9, 1, "small");
+  ASSERT_TRUE(dxf.Save((dir / "huge.dxf").string()));
+  Viewer view;
+  ASSERT_TRUE(view.Load((dir / "huge.dxf").string())) << view.LoadDetail();
+  RecordingCanvas canvas(640, 480);
+  view.Render(canvas);
+  view.RenderOverview(canvas);
+  view.ShowWindow(8, 8, 12, 12);
+  view.Render(canvas);
+  EXPECT_TRUE(view.FindTextAt({9.5, 9.3}));
+  EXPECT_EQ(view.FoundText(), "small");
+  view.ZoomIn();
+  view.ZoomAt({1e306, 1e306}, 1e-300);
+  view.Render(canvas);
+  EXPECT_TRUE(std::isfinite(view.ReadWindow().zoomFactor) || view.ReadWindow().zoomFactor == 0);
+}
+
 }  // namespace
 }  // namespace parvenna::drawing
