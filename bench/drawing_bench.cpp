@@ -17,6 +17,11 @@
 #include "tests/drawing/dxf_writer.h"
 
 namespace parvenna::drawing {
+
+std::string SheetPath() {
+  return (std::filesystem::temp_directory_path() / "parvenna_drawing_bench_sheet.dxf").string();
+}
+
 namespace {
 
 constexpr int kBlocksPerSide = 25;
@@ -24,10 +29,6 @@ constexpr int kLotsAcross = 10, kLotsDown = 4;
 constexpr double kLotWidth = 100, kLotDepth = 150, kRoad = 60;
 constexpr double kBlockWidth = kLotsAcross * kLotWidth + kRoad;
 constexpr double kBlockDepth = kLotsDown * kLotDepth + kRoad;
-
-std::string SheetPath() {
-  return (std::filesystem::temp_directory_path() / "parvenna_drawing_bench_sheet.dxf").string();
-}
 
 void WriteSheet(const std::string& path) {
   testing::DxfWriter dxf;
@@ -194,4 +195,13 @@ BENCHMARK(BM_MemoryPerEntity)->Iterations(1);
 }  // namespace
 }  // namespace parvenna::drawing
 
-BENCHMARK_MAIN();
+// The sheet is written once per run and removed at the end.
+int main(int argc, char** argv) {
+  benchmark::Initialize(&argc, argv);
+  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+  benchmark::RunSpecifiedBenchmarks();
+  benchmark::Shutdown();
+  std::error_code ignored;
+  std::filesystem::remove(parvenna::drawing::SheetPath(), ignored);
+  return 0;
+}
