@@ -29,28 +29,29 @@ ReportSettings ReportSettings::Of(const store::ProjectState& project) {
   return s;
 }
 
-int ReadCourses(const std::vector<MeasurementRow>& stored, ReportWork& work) {
+int ReadCourses(std::span<const MeasurementRow* const> stored, ReportWork& work) {
   int count = 0;
-  for (const MeasurementRow& row : stored) {
-    const auto& v = row.values;
-    ResumeNext([&] { work.index = v[0].AsInteger(); });
+  for (const MeasurementRow* row : stored) {
+    const auto& v = row->values;
+    // A Null fails its assignment like any other bad value; it is tested
+    // first only because a line's three empty curve columns would otherwise
+    // raise three errors a row.
+    if (!v[0].IsNull()) ResumeNext([&] { work.index = v[0].AsInteger(); });
     const int i = work.index;
-    auto fill = [&](auto&& assign) {
-      ResumeNext([&] {
-        CheckIndex(i, work.rows.size());
-        assign(work.rows[static_cast<std::size_t>(i)]);
-      });
-    };
-    fill([&](ReportCourse& r) { r.RowNo = v[0].AsInteger(); });
-    fill([&](ReportCourse& r) { r.RowType = v[1].AsInteger(); });
-    fill([&](ReportCourse& r) { r.Length = v[2].AsDouble(); });
-    fill([&](ReportCourse& r) {
-      if (v[3].IsNull()) throw RunError(ErrorNumber(94), "Invalid use of Null");
-      r.Direction = v[3].AsText();
-    });
-    fill([&](ReportCourse& r) { r.Arc = v[4].AsDouble(); });
-    fill([&](ReportCourse& r) { r.Radius = v[5].AsDouble(); });
-    fill([&](ReportCourse& r) { r.Plus = v[6].AsInteger(); });
+    const bool inTable = i >= 0 && static_cast<std::size_t>(i) < work.rows.size();
+    if (inTable) {
+      ReportCourse& r = work.rows[static_cast<std::size_t>(i)];
+      auto fill = [&](const store::Value& value, auto&& assign) {
+        if (!value.IsNull()) ResumeNext([&] { assign(value); });
+      };
+      fill(v[0], [&](const store::Value& x) { r.RowNo = x.AsInteger(); });
+      fill(v[1], [&](const store::Value& x) { r.RowType = x.AsInteger(); });
+      fill(v[2], [&](const store::Value& x) { r.Length = x.AsDouble(); });
+      fill(v[3], [&](const store::Value& x) { r.Direction = x.AsText(); });
+      fill(v[4], [&](const store::Value& x) { r.Arc = x.AsDouble(); });
+      fill(v[5], [&](const store::Value& x) { r.Radius = x.AsDouble(); });
+      fill(v[6], [&](const store::Value& x) { r.Plus = x.AsInteger(); });
+    }
     ++count;
   }
   return count;

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -65,7 +66,7 @@ struct ReportWork {
 // field that fails to read (a Null, a number too wide) keeps the record's
 // former value, and a RowNo of 50 or more, or below 0, fills nothing. Every
 // row counts. Returns the count.
-int ReadCourses(const std::vector<MeasurementRow>& stored, ReportWork& work);
+int ReadCourses(std::span<const MeasurementRow* const> stored, ReportWork& work);
 
 // Fills the coordinates and the total from the first `count` records. The
 // total takes a curve's arc although the walk follows its chord. A direction

@@ -173,10 +173,11 @@ void ReportForm::SetWorkPaths(bool withCsv) {
   }
 }
 
-void ReportForm::LoadPreview() {
-  std::string text;
-  if (!ReadWholeFile(ReportTextPath, text)) return;
-  rtfReport.Text = std::move(text);
+void ReportForm::LoadPreview(std::string&& written, bool writtenOk) {
+  // The preview shows the work file; when it was just written whole, its
+  // bytes are those in hand and need not be read back.
+  if (!writtenOk && !ReadWholeFile(ReportTextPath, written)) return;
+  rtfReport.Text = std::move(written);
   rtfReport.SelStart = rtfReport.SelLength = 0;
 }
 
@@ -191,9 +192,9 @@ void ReportForm::BuildFullReport() {
     Inform(prompter, messages::NoDataText);
     return;  // the preview keeps what it had
   }
-  WriteWholeFile(ReportTextPath, out.text);
   WriteWholeFile(ReportCsvPath, out.csv);
-  LoadPreview();
+  const bool written = WriteWholeFile(ReportTextPath, out.text);
+  LoadPreview(std::move(out.text), written);
 }
 
 void ReportForm::BuildSummaryReport() {
@@ -207,8 +208,8 @@ void ReportForm::BuildSummaryReport() {
     Inform(prompter, messages::NoDataText);
     return;
   }
-  WriteWholeFile(ReportTextPath, out);
-  LoadPreview();
+  const bool written = WriteWholeFile(ReportTextPath, out);
+  LoadPreview(std::move(out), written);
 }
 
 void ReportForm::SaveAs(const std::string& name) {

@@ -128,7 +128,7 @@ class ReportForm {
 
  private:
   void SetWorkPaths(bool withCsv);
-  void LoadPreview();
+  void LoadPreview(std::string&& written, bool writtenOk);
   store::Database db_;
   ReportWork work_;
 };

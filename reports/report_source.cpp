@@ -65,47 +65,18 @@ MeasurementSource MeasurementSource::All(store::Database& db) {
   MeasurementSource source(nullptr);
   store::Recordset rs = db.OpenRecordset("select * FROM tblMeasurements");
   const auto positions = ColumnPositions(rs);
-  const int idPosition = [&] {
-    for (int f = 0; f < rs.FieldCount(); ++f) {
-      if (SameName(rs.Field(f).Name, "ParcelID")) return f;
-    }
-    return -1;
-  }();
-  // Rows in the order of the file, then sorted by RowNo within each parcel,
-  // keeping that order among equal numbers.
-  struct Keyed {
-    double rowNo;
-    bool nullRowNo;
-    MeasurementRow row;
-  };
-  std::unordered_map<long, std::vector<Keyed>> keyed;
+  int idPosition = -1;
+  for (int f = 0; f < rs.FieldCount(); ++f) {
+    if (SameName(rs.Field(f).Name, "ParcelID")) idPosition = f;
+  }
+  source.rows_.reserve(static_cast<std::size_t>(rs.RecordCount()));
   for (; !rs.Eof(); rs.MoveNext()) {
     long id = 0;
     if (idPosition < 0 || !IdOf(rs.Get(idPosition), id)) continue;
-    MeasurementRow row = RowOf(rs, positions);
-    const store::Value& rowNo = row.values[0];
-    double number = 0;
-    bool isNull = rowNo.IsNull();
-    if (!isNull) {
-      try {
-        number = rowNo.AsDouble();
-      } catch (const RunError&) {
-        isNull = true;
-      }
-    }
-    keyed[id].push_back({number, isNull, std::move(row)});
+    source.byParcel_[id].push_back(static_cast<std::uint32_t>(source.rows_.size()));
+    source.rows_.push_back(RowOf(rs, positions));
   }
   rs.Close();
-  for (auto& [id, list] : keyed) {
-    // A Null sorts before every number, as in the query.
-    std::stable_sort(list.begin(), list.end(), [](const Keyed& a, const Keyed& b) {
-      if (a.nullRowNo != b.nullRowNo) return a.nullRowNo;
-      return a.rowNo < b.rowNo;
-    });
-    auto& rows = source.rows_[id];
-    rows.reserve(list.size());
-    for (Keyed& k : list) rows.push_back(std::move(k.row));
-  }
   return source;
 }
 
@@ -113,20 +84,49 @@ MeasurementSource MeasurementSource::PerParcel(store::Database& db) {
   return MeasurementSource(&db);
 }
 
-const std::vector<MeasurementRow>& MeasurementSource::RowsOf(const store::Value& parcelId) {
+namespace {
+
+// The sort key of RowNo as the query orders it: a Null before every number.
+double RowNoKey(const MeasurementRow& row) {
+  const store::Value& rowNo = row.values[0];
+  if (rowNo.IsNull()) return -1e300;
+  try {
+    return rowNo.AsDouble();
+  } catch (const RunError&) {
+    return 1e300;  // a text after every number
+  }
+}
+
+}  // namespace
+
+std::span<const MeasurementRow* const> MeasurementSource::RowsOf(const store::Value& parcelId) {
+  current_.clear();
   long id = 0;
-  if (!IdOf(parcelId, id)) return none_;
-  if (db_ != nullptr && rows_.find(id) == rows_.end()) {
+  if (!IdOf(parcelId, id)) return current_;
+  if (db_ != nullptr && byParcel_.find(id) == byParcel_.end()) {
     store::Recordset rs = db_->OpenRecordset(
         "select * FROM tblMeasurements  where ParcelID = " + std::to_string(id) +
         " ORDER BY RowNo");
     const auto positions = ColumnPositions(rs);
-    auto& rows = rows_[id];
-    for (; !rs.Eof(); rs.MoveNext()) rows.push_back(RowOf(rs, positions));
+    auto& indices = byParcel_[id];
+    for (; !rs.Eof(); rs.MoveNext()) {
+      indices.push_back(static_cast<std::uint32_t>(rows_.size()));
+      rows_.push_back(RowOf(rs, positions));
+    }
     rs.Close();
   }
-  auto found = rows_.find(id);
-  return found == rows_.end() ? none_ : found->second;
+  const auto found = byParcel_.find(id);
+  if (found == byParcel_.end()) return current_;
+  for (std::uint32_t k : found->second) current_.push_back(&rows_[k]);
+  // Rows kept in the order of the file, sorted by RowNo when they are not
+  // already, keeping the file's order among equal numbers.
+  const auto byRowNo = [](const MeasurementRow* a, const MeasurementRow* b) {
+    return RowNoKey(*a) < RowNoKey(*b);
+  };
+  if (!std::is_sorted(current_.begin(), current_.end(), byRowNo)) {
+    std::stable_sort(current_.begin(), current_.end(), byRowNo);
+  }
+  return current_;
 }
 
 }  // namespace parvenna::reports

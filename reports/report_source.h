@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -33,14 +35,16 @@ class MeasurementSource {
   // Reads the rows of each parcel when asked.
   static MeasurementSource PerParcel(store::Database& db);
 
-  // The rows of one parcel; empty for an id that is Null or has none.
-  const std::vector<MeasurementRow>& RowsOf(const store::Value& parcelId);
+  // The rows of one parcel in the order of RowNo; empty for an id that is
+  // Null or has none. Valid until the next call.
+  std::span<const MeasurementRow* const> RowsOf(const store::Value& parcelId);
 
  private:
   explicit MeasurementSource(store::Database* db) : db_(db) {}
   store::Database* db_;  // set when reading per parcel
-  std::unordered_map<long, std::vector<MeasurementRow>> rows_;
-  std::vector<MeasurementRow> none_;
+  std::vector<MeasurementRow> rows_;  // in the order of the file
+  std::unordered_map<long, std::vector<std::uint32_t>> byParcel_;
+  std::vector<const MeasurementRow*> current_;
 };
 
 }  // namespace parvenna::reports
