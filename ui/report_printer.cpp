@@ -8,7 +8,7 @@
 #include <unistd.h>
 
 #include <QFontMetricsF>
-#include <QGuiApplication>
+#include <QApplication>
 #include <QPageLayout>
 #include <QPageSize>
 #include <QPdfWriter>
@@ -163,8 +163,8 @@ void QtPrinter::FinishDoc() {
   if (printer_ && painter_.isActive()) painter_.end();
 }
 
-std::unique_ptr<Printer> MakePdfPrinter(const std::string& path) {
-  if (QGuiApplication::instance() == nullptr) {
+void EnsureApplication() {
+  if (QCoreApplication::instance() == nullptr) {
     if (std::getenv("DISPLAY") == nullptr && std::getenv("WAYLAND_DISPLAY") == nullptr &&
         std::getenv("QT_QPA_PLATFORM") == nullptr) {
       setenv("QT_QPA_PLATFORM", "offscreen", 1);
@@ -178,9 +178,13 @@ std::unique_ptr<Printer> MakePdfPrinter(const std::string& path) {
     static int argc = 1;
     static char name[] = "parvenna-cli";
     static char* argv[] = {name, nullptr};
-    static QGuiApplication* app = new QGuiApplication(argc, argv);
+    static QApplication* app = new QApplication(argc, argv);
     (void)app;
   }
+}
+
+std::unique_ptr<Printer> MakePdfPrinter(const std::string& path) {
+  EnsureApplication();
   return QtPrinter::ForPdf(path);
 }
 

@@ -73,6 +73,7 @@ class QtPrinter : public Printer {
 
 // A PDF printer for the command-line tool: makes the application object that
 // Qt's fonts need, off screen when there is no display.
+void EnsureApplication();
 std::unique_ptr<Printer> MakePdfPrinter(const std::string& path);
 
 }  // namespace parvenna::ui

@@ -138,3 +138,40 @@ TEST(ReportCommand, PictureReportPrintsToPdf) {
 
 }  // namespace
 }  // namespace parvenna::testing
+
+#include <QFontInfo>
+#include <QPlainTextEdit>
+#include <QRadioButton>
+
+#include "ui/report_window.h"
+
+namespace parvenna::testing {
+namespace {
+
+// The window on the screen mirrors its model: the preview is the report's
+// text, the bar has the model's captions, a click on an option rebuilds.
+TEST(ReportWindowWidget, MirrorsTheModel) {
+  ui::EnsureApplication();
+  ReportProject p;
+  AddParcels(p);
+  ScriptedPrompter prompter;
+  ui::ReportWindow window(p.state, prompter, nullptr, nullptr);
+  window.Open(reports::ReportKind::Full, false);
+  EXPECT_EQ(window.windowTitle().toStdString(), "Parvenna full report");
+  auto* preview = window.findChild<QPlainTextEdit*>();
+  ASSERT_NE(preview, nullptr);
+  std::string text = window.form().rtfReport.Text;
+  std::erase(text, '\r');
+  EXPECT_EQ(preview->toPlainText().toStdString(), text);
+  EXPECT_TRUE(QFontInfo(preview->font()).fixedPitch());
+  auto radios = window.findChildren<QRadioButton*>();
+  ASSERT_EQ(radios.size(), 3);
+  EXPECT_TRUE(radios[0]->isChecked());
+  radios[2]->click();  // Fail: Lot 2 alone
+  EXPECT_EQ(preview->toPlainText().toStdString().find("Lot # Lot 1"), std::string::npos);
+  EXPECT_NE(preview->toPlainText().toStdString().find("Lot # Lot 2"), std::string::npos);
+  window.close();
+}
+
+}  // namespace
+}  // namespace parvenna::testing

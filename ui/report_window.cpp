@@ -1,0 +1,223 @@
+#include "ui/report_window.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QFileDialog>
+#include <QFontDatabase>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScreen>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+#include "ui/report_printer.h"
+
+namespace parvenna::ui {
+namespace {
+
+constexpr double kTwipsPerPixel = 15;
+
+QString Q(const std::string& text) { return QString::fromStdString(text); }
+
+// The filter of the save dialog in Qt's form: "Name (*.x);;Name (*.y)".
+QString DialogFilter(const std::string& filter) {
+  QStringList parts = Q(filter).split('|', Qt::SkipEmptyParts);
+  QStringList out;
+  for (int i = 0; i + 1 < parts.size(); i += 2) out << parts[i].section('(', 0, 0) + " (" + parts[i + 1] + ")";
+  return out.join(";;");
+}
+
+}  // namespace
+
+ReportWindow::ReportWindow(store::ProjectState& project, Prompter& prompter,
+                           editor::EditorForm* editor, QWidget* editorWindow, QWidget* parent)
+    : QWidget(parent, Qt::Window), form_(project, prompter, *this, editor), editorWindow_(editorWindow) {
+  auto* bar = new QWidget(this);
+  auto* barLayout = new QHBoxLayout(bar);
+  barLayout->setContentsMargins(4, 4, 4, 4);
+  for (int i = 0; i < 3; ++i) {
+    optPassFail_[static_cast<std::size_t>(i)] = new QRadioButton(bar);
+    barLayout->addWidget(optPassFail_[static_cast<std::size_t>(i)]);
+  }
+  barLayout->addWidget(new QLabel(Q(form_.Label1.Caption), bar));
+  cbxParcel_ = new QComboBox(bar);
+  cbxParcel_->setMinimumContentsLength(16);
+  barLayout->addWidget(cbxParcel_);
+  cmdPrint_ = new QPushButton(bar);
+  cmdClose_ = new QPushButton(bar);
+  cmdExport_ = new QPushButton(bar);
+  barLayout->addWidget(cmdPrint_);
+  barLayout->addWidget(cmdClose_);
+  barLayout->addWidget(cmdExport_);
+  barLayout->addStretch();
+  rtfReport_ = new QPlainTextEdit(this);
+  rtfReport_->setReadOnly(true);
+  rtfReport_->setLineWrapMode(QPlainTextEdit::NoWrap);
+  QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+  fixed.setFamilies({Q(form_.rtfReport.FontName), QStringLiteral("Nimbus Mono PS"),
+                     QStringLiteral("DejaVu Sans Mono"), QStringLiteral("Liberation Mono"),
+                     fixed.family()});
+  fixed.setStyleHint(QFont::TypeWriter);
+  fixed.setFixedPitch(true);
+  rtfReport_->setFont(fixed);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  layout->addWidget(bar);
+  layout->addWidget(rtfReport_, 1);
+  resize(static_cast<int>(form_.Width / kTwipsPerPixel), static_cast<int>(form_.Height / kTwipsPerPixel));
+  bind();
+  Refresh();
+}
+
+ReportWindow::~ReportWindow() = default;
+
+void ReportWindow::bind() {
+  for (int i = 0; i < 3; ++i) {
+    connect(optPassFail_[static_cast<std::size_t>(i)], &QRadioButton::clicked, this, [this, i] {
+      form_.SetOptionValue(i, true);
+      Refresh();
+    });
+  }
+  connect(cbxParcel_, qOverload<int>(&QComboBox::activated), this, [this](int index) {
+    form_.SelectParcel(index);
+    Refresh();
+  });
+  connect(cmdExport_, &QPushButton::clicked, this, [this] { form_.cmdExport_Click(); });
+  connect(cmdPrint_, &QPushButton::clicked, this, [this] {
+    const QTextCursor cursor = rtfReport_->textCursor();
+    form_.rtfReport.SelStart = static_cast<std::size_t>(cursor.selectionStart());
+    form_.rtfReport.SelLength = static_cast<std::size_t>(cursor.selectionEnd() - cursor.selectionStart());
+    form_.cmdPrint_Click();
+    Refresh();
+  });
+  connect(cmdClose_, &QPushButton::clicked, this, [this] { close(); });
+}
+
+void ReportWindow::Refresh() {
+  const reports::ReportForm& f = form_;
+  setWindowTitle(Q(f.Caption));
+  for (std::size_t i = 0; i < 3; ++i) {
+    QSignalBlocker block(optPassFail_[i]);
+    optPassFail_[i]->setText(Q(f.optPassFail[i].Caption));
+    optPassFail_[i]->setToolTip(Q(f.optPassFail[i].ToolTipText));
+    optPassFail_[i]->setAutoExclusive(false);
+    optPassFail_[i]->setChecked(f.optPassFail[i].Value);
+    optPassFail_[i]->setAutoExclusive(true);
+  }
+  {
+    QSignalBlocker block(cbxParcel_);
+    cbxParcel_->clear();
+    for (const std::string& name : f.cbxParcel.List) cbxParcel_->addItem(Q(name));
+    cbxParcel_->setCurrentIndex(f.cbxParcel.Text.empty() ? -1 : f.cbxParcel.ListIndex);
+    cbxParcel_->setToolTip(Q(f.cbxParcel.ToolTipText));
+  }
+  for (auto [button, model] : {std::pair{cmdExport_, &f.cmdExport}, std::pair{cmdPrint_, &f.cmdPrint},
+                               std::pair{cmdClose_, &f.cmdClose}}) {
+    button->setText(Q(model->Caption));
+    button->setToolTip(Q(model->ToolTipText));
+  }
+  // The picture report keeps "Save as" outside its narrow window.
+  cmdExport_->setVisible(f.Kind() != reports::ReportKind::Picture);
+  rtfReport_->setVisible(f.rtfReport.Visible);
+  rtfReport_->setToolTip(Q(f.rtfReport.ToolTipText));
+  // The preview holds lines; the report's CR LF become its line ends.
+  QString text = Q(f.rtfReport.Text);
+  text.remove(QLatin1Char('\r'));
+  if (rtfReport_->toPlainText() != text) rtfReport_->setPlainText(text);
+}
+
+void ReportWindow::Open(reports::ReportKind kind, bool editorSaveEnabled) {
+  if (!reports::OpenReport(kind, editorSaveEnabled, form_)) return;
+  form_.Form_Load();
+  if (kind == reports::ReportKind::Picture) {
+    resize(static_cast<int>(form_.Width / kTwipsPerPixel), sizeHint().height());
+    move(static_cast<int>(form_.Left / kTwipsPerPixel), static_cast<int>(form_.Top / kTwipsPerPixel));
+  }
+  Refresh();
+  show();
+}
+
+void ReportWindow::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  form_.Form_Activate();
+  Refresh();
+}
+
+void ReportWindow::closeEvent(QCloseEvent* event) {
+  form_.Form_Unload();
+  event->accept();
+}
+
+void ReportWindow::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  form_.ScaleWidth = width() * kTwipsPerPixel;
+  form_.ScaleHeight = height() * kTwipsPerPixel;
+  form_.Form_Resize();
+}
+
+std::optional<std::string> ReportWindow::ShowSave(const std::string& filter) {
+  const QString name = QFileDialog::getSaveFileName(this, tr("Save as"), QString(), DialogFilter(filter));
+  if (name.isEmpty()) return std::nullopt;
+  return name.toStdString();
+}
+
+std::unique_ptr<Printer> ReportWindow::ShowPrinter(int flags) {
+  auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+  QPrintDialog dialog(printer.get(), this);
+  if (flags & 1) {
+    dialog.setOption(QAbstractPrintDialog::PrintSelection);
+    printer->setPrintRange(QPrinter::Selection);
+  }
+  if (dialog.exec() != QDialog::Accepted) return nullptr;
+  return QtPrinter::ForPrinter(std::move(printer));
+}
+
+Printer* ReportWindow::PicturePrinter() {
+  // The run's printer, chosen once a run: paper, or a PDF file in the dialog.
+  auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+  QPrintDialog dialog(printer.get(), this);
+  if (dialog.exec() != QDialog::Accepted) return nullptr;
+  picturePrinter_ = QtPrinter::ForPrinter(std::move(printer));
+  return picturePrinter_.get();
+}
+
+void ReportWindow::SetReportTopmost() {
+  setWindowFlag(Qt::WindowStaysOnTopHint, true);
+  if (isVisible()) show();
+}
+
+void ReportWindow::SetEditorTopmost(bool topmost) {
+  if (!editorWindow_) return;
+  editorWindow_->setWindowFlag(Qt::WindowStaysOnTopHint, topmost);
+  if (editorWindow_->isVisible() || topmost) editorWindow_->show();
+}
+
+void ReportWindow::MoveEditorOffScreen() {
+  if (editorWindow_) editorWindow_->move(static_cast<int>(ScreenWidth() / kTwipsPerPixel),
+                                         static_cast<int>(ScreenHeight() / kTwipsPerPixel));
+}
+
+void ReportWindow::CenterEditor() {
+  if (!editorWindow_) return;
+  const QRect screen = QApplication::primaryScreen()->availableGeometry();
+  editorWindow_->move(screen.center() - editorWindow_->rect().center());
+}
+
+void ReportWindow::DoEvents() { QApplication::processEvents(); }
+
+double ReportWindow::ScreenWidth() const {
+  return QApplication::primaryScreen()->geometry().width() * kTwipsPerPixel;
+}
+
+double ReportWindow::ScreenHeight() const {
+  return QApplication::primaryScreen()->geometry().height() * kTwipsPerPixel;
+}
+
+}  // namespace parvenna::ui
