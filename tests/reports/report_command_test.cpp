@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cstdlib>
 #include <cstdio>
 #include <filesystem>
 #include <sstream>
@@ -104,6 +105,7 @@ TEST(ReportCommand, BadArgumentsAndBadProjects) {
 }
 
 TEST(ReportCommand, PictureReportPrintsToPdf) {
+  if (std::system("pdfinfo -v > /dev/null 2>&1") != 0) GTEST_SKIP() << "poppler-utils missing";
   ReportProject p;
   AddParcels(p);
   const std::string pdf = (p.dir / "picture.pdf").string();
