@@ -6,6 +6,7 @@
 
 #include "drawing/geometry2d.h"
 #include "drawing/grab_editor.h"
+#include "editor/grab_state.h"
 #include "geometry/notation.h"
 
 // From a click on a label to values in the editor's fields.
@@ -13,16 +14,7 @@ namespace parvenna::drawing {
 
 class Viewer;
 
-// The state of grabbing for the parcel being edited.
-struct GrabState {
-  // Values that wait for the fields while GrabActive is set.
-  std::deque<std::string> GrabQueue;
-  bool GrabActive = false;
-  // Handles of the entities grabbed in this parcel; their mark is made once.
-  std::vector<std::string> usedEntities;
-
-  void ParcelChanged() { usedEntities.clear(); }
-};
+using editor::GrabState;
 
 // The text entity a click finds, and its values.
 struct PickedText {

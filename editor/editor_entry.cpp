@@ -53,8 +53,8 @@ void EditorForm::Field_Click(int, CourseField) { SetEditing(true); }
 
 void EditorForm::Field_DblClick(int, CourseField) {
   SetEditing(true);
-  GrabActive = true;
-  GrabQueue.clear();
+  grab.GrabActive = true;
+  grab.GrabQueue.clear();
   if (project.MinimizeDuringGrab) host.MinimizeEditor();
 }
 

@@ -105,6 +105,7 @@ void EditorForm::MoveFocus(int row, CourseField field) {
 // ---- States --------------------------------------------------------------------
 
 void EditorForm::ClearGrid() {
+  grab.ParcelChanged();  // the labels of the last parcel may be grabbed again
   LayoutArcFields();
   txtParcel.Text.clear();
   for (int i = 0; i < CourseLimit; ++i) {

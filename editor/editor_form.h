@@ -5,6 +5,7 @@
 #include <string>
 
 #include "editor/editor_host.h"
+#include "editor/grab_state.h"
 #include "geometry/closure.h"
 #include "geometry/course.h"
 #include "geometry/sketch.h"
@@ -89,8 +90,7 @@ class EditorForm : public CourseGrid {
   bool InsertingParcel = false;
   bool ExitConfirmed = false;
   long ParcelID = 0;
-  bool GrabActive = false;
-  std::deque<std::string> GrabQueue;
+  GrabState grab;  // GrabActive, GrabQueue, the entities used
   ParcelState parcel;  // RecalcSuspended, CalcEnabled, NorthRestored, LastCourse, results
   FocusTarget focus;
   // The field name at each place 1 to 4 of the curve order ("txtArc", ...).

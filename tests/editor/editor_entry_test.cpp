@@ -151,10 +151,10 @@ TEST_F(EditorEntry, AutoInverseIsKeptOffByAHandFlip) {
 
 TEST_F(EditorEntry, ADoubleClickStartsAGrab) {
   project.MinimizeDuringGrab = true;
-  f().GrabQueue.push_back("stale");
+  f().grab.GrabQueue.push_back("stale");
   f().Field_DblClick(0, CourseField::BearingLine);
-  EXPECT_TRUE(f().GrabActive);
-  EXPECT_TRUE(f().GrabQueue.empty());
+  EXPECT_TRUE(f().grab.GrabActive);
+  EXPECT_TRUE(f().grab.GrabQueue.empty());
   EXPECT_EQ(host.minimised, 1);
   EXPECT_TRUE(f().cmdSave.Enabled);
 }
