@@ -102,12 +102,7 @@ void CreateDialog::bind() {
 
 void CreateDialog::ShowForm() {
   bind();
-  Refresh();
-  CentreOnScreen();
-  show();
-  raise();
-  activateWindow();
-  Run([this] { form_.Form_Activate(); });
+  Present(true, [this] { form_.Form_Activate(); });
 }
 
 void CreateDialog::Refresh() {

@@ -6,7 +6,9 @@
 #include <QDir>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QScrollBar>
 #include <QSignalBlocker>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace parvenna::ui {
@@ -37,6 +39,13 @@ void DirLocateDialog::bind() {
   directories_ = new QFileSystemModel(this);
   directories_->setFilter(QDir::AllDirs | QDir::NoDotAndDotDot | QDir::Drives);
   directories_->setRootPath(QString());
+  // The tree fills as the file system answers, a directory at a time: the
+  // chosen directory is kept in view until the user moves about the tree.
+  auto keepInView = [this] {
+    if (revealPending_) QTimer::singleShot(0, this, [this] { Reveal(dir1_->currentIndex()); });
+  };
+  connect(directories_, &QAbstractItemModel::rowsInserted, this, keepInView);
+  connect(directories_, &QAbstractItemModel::layoutChanged, this, keepInView);
   dir1_ = new QTreeView(this);
   dir1_->setModel(directories_);
   for (int column = 1; column < directories_->columnCount(); ++column) dir1_->hideColumn(column);
@@ -44,10 +53,18 @@ void DirLocateDialog::bind() {
   dir1_->setMinimumSize(300, 280);
   connect(dir1_->selectionModel(), &QItemSelectionModel::currentChanged, this,
           [this](const QModelIndex& current) {
+            revealPending_ = false;
             if (!current.isValid()) return;
             std::string path = S(QDir::toNativeSeparators(directories_->filePath(current)));
             Run([this, path] { form_.Dir1Path = path; });
           });
+
+  auto userMoved = [this] {
+    if (!revealing_) revealPending_ = false;
+  };
+  connect(dir1_, &QTreeView::expanded, this, userMoved);
+  connect(dir1_, &QTreeView::collapsed, this, userMoved);
+  connect(dir1_->verticalScrollBar(), &QScrollBar::actionTriggered, this, userMoved);
 
   path_ = new QLabel(this);
   path_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
@@ -78,12 +95,7 @@ void DirLocateDialog::bind() {
 void DirLocateDialog::ShowForm() {
   bind();
   if (form_.Dir1Path.empty()) form_.Dir1Path = S(QDir::toNativeSeparators(QDir::currentPath()));
-  Refresh();
-  if (form_.Centred) CentreOnScreen();
-  open();
-  raise();
-  activateWindow();
-  Run([this] { form_.Form_Activate(); });
+  Present(form_.Centred, [this] { form_.Form_Activate(); });
 }
 
 void DirLocateDialog::Refresh() {
@@ -108,14 +120,28 @@ void DirLocateDialog::MirrorDirectory() {
                                                  std::max(dir1_->width(), 200)));
   path_->setToolTip(Q(form_.Dir1Path));
   if (form_.Dir1Path.empty()) return;
-  QString shown = QDir::toNativeSeparators(directories_->filePath(dir1_->currentIndex()));
-  if (shown == Q(form_.Dir1Path)) return;
   QModelIndex index = directories_->index(QDir::fromNativeSeparators(Q(form_.Dir1Path)));
-  if (!index.isValid()) return;
+  if (!index.isValid() || dir1_->currentIndex() == index) return;
   QSignalBlocker block(dir1_->selectionModel());
   dir1_->setCurrentIndex(index);
-  dir1_->expand(index);
+  revealPending_ = true;
+  Reveal(index);
+}
+
+void DirLocateDialog::Reveal(const QModelIndex& index) {
+  if (!index.isValid()) return;
+  revealing_ = true;
+  for (QModelIndex parent = index.parent(); parent.isValid(); parent = parent.parent()) {
+    dir1_->expand(parent);
+  }
   dir1_->scrollTo(index, QAbstractItemView::PositionAtCenter);
+  revealing_ = false;
+}
+
+// The view can scroll only once it has its size.
+void DirLocateDialog::showEvent(QShowEvent* event) {
+  FormDialog::showEvent(event);
+  QTimer::singleShot(0, this, [this] { Reveal(dir1_->currentIndex()); });
 }
 
 // Escape and the close box are the Cancel button.

@@ -37,9 +37,11 @@ class DirLocateDialog : public FormDialog {
  protected:
   void reject() override;
   void closeEvent(QCloseEvent* event) override;
+  void showEvent(QShowEvent* event) override;
 
  private:
   void MirrorDirectory();
+  void Reveal(const QModelIndex& index);
 
   store::DirLocateForm& form_;
   QFileSystemModel* directories_ = nullptr;
@@ -48,6 +50,8 @@ class DirLocateDialog : public FormDialog {
   QLabel* path_ = nullptr;
   QPushButton* cmdOK_ = nullptr;
   QPushButton* cmdCancel_ = nullptr;
+  bool revealPending_ = false;  // the chosen directory is kept in view
+  bool revealing_ = false;
 };
 
 }  // namespace parvenna::ui

@@ -44,6 +44,15 @@ void FormDialog::CentreOnScreen() {
        area.top() + (area.height() - frameGeometry().height()) / 2);
 }
 
+void FormDialog::Present(bool centred, const std::function<void()>& activate) {
+  Refresh();
+  if (centred) CentreOnScreen();
+  show();
+  raise();
+  activateWindow();
+  Run(activate);
+}
+
 QString Q(const std::string& text) { return QString::fromStdString(text); }
 std::string S(const QString& text) { return text.toStdString(); }
 

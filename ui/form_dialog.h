@@ -36,6 +36,8 @@ class FormDialog : public QDialog {
   bool Running() const { return depth_ > 0; }
   // Centred on the screen that holds the dialog (CenterForm).
   void CentreOnScreen();
+  // Shown over the other windows, and the form told that it came to the front.
+  void Present(bool centred, const std::function<void()>& activate);
 
   Prompter& prompter_;
 

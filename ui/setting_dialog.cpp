@@ -260,12 +260,7 @@ QLayout* SettingDialog::BuildButtons() {
 
 void SettingDialog::ShowForm() {
   bind();
-  Refresh();
-  if (form_.Centred) CentreOnScreen();
-  show();
-  raise();
-  activateWindow();
-  Run([this] { form_.Form_Activate(); });
+  Present(form_.Centred, [this] { form_.Form_Activate(); });
 }
 
 void SettingDialog::Refresh() {
