@@ -13,7 +13,7 @@ JOBS       ?= $(shell nproc)
 FUZZ_SECONDS ?= 60
 
 PACKAGES := g++ cmake ninja-build pkg-config libgtest-dev libgmock-dev libbenchmark-dev \
-            libsqlite3-dev sqlite3 qt6-base-dev libgdal-dev
+            libsqlite3-dev sqlite3 qt6-base-dev libgdal-dev poppler-utils
 FUZZ_PACKAGES := clang libclang-rt-14-dev
 SUDO := $(shell [ "$$(id -u)" -eq 0 ] || echo sudo)
 

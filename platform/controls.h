@@ -111,6 +111,13 @@ inline CommandButton Button(std::string caption, std::string toolTip = "", bool 
   return b;
 }
 
+inline OptionButton Option(std::string caption, std::string toolTip = "") {
+  OptionButton o;
+  o.Caption = std::move(caption);
+  o.ToolTipText = std::move(toolTip);
+  return o;
+}
+
 inline MenuItem Menu(std::string caption) {
   MenuItem m;
   m.Caption = std::move(caption);

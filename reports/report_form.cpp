@@ -44,9 +44,9 @@ ReportForm::ReportForm(store::ProjectState& projectState, Prompter& prompterPort
   cmdClose = Button(CloseCaption);
   cmdClose.ToolTipText = CloseTip;
   cmdClose.Left = 6240;
-  optPassFail[0] = {AllCaption, false, AllTip};
-  optPassFail[1] = {PassCaption, false, PassTip};
-  optPassFail[2] = {FailCaption, false, FailTip};
+  optPassFail[0] = Option(AllCaption, AllTip);
+  optPassFail[1] = Option(PassCaption, PassTip);
+  optPassFail[2] = Option(FailCaption, FailTip);
   Label1.Caption = ParcelLabel;
   rtfReport.ToolTipText = PreviewTip;
 }

@@ -22,11 +22,6 @@ enum class ReportKind { Full, Summary, Picture, Unknown };
 ReportKind KindOfCaption(const std::string& caption);
 const char* CaptionOf(ReportKind kind);
 
-struct OptionButton {
-  std::string Caption;
-  bool Value = false;
-  std::string ToolTipText;
-};
 
 // The preview: the work file's text as loaded, and the selection, in
 // characters.

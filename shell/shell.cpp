@@ -187,7 +187,7 @@ void Shell::ShowReport(const std::string& caption) {
     Inform(prompter, messages::SaveBeforeReports);
     return;
   }
-  Inform(prompter, caption + messages::NotThereYet, MsgIcon::Information);
+  windows.ShowReport(caption);
 }
 
 void Shell::ShowVideo(const std::string& fileName) {

@@ -30,6 +30,8 @@ class ShellWindows {
   virtual void ShowCreateDialog() = 0;
   virtual void ShowSettingDialog() = 0;
   virtual void ShowAbout(const std::string& credits) = 0;
+  // The report window with that caption, loaded and shown.
+  virtual void ShowReport(const std::string& caption) = 0;
   // A page, a file or a mail address opened by the desktop.
   virtual void OpenUrl(const std::string& url) = 0;
 };

@@ -16,6 +16,7 @@
 
 #include "shell/messages.h"
 #include "ui/editor_window.h"
+#include "ui/report_window.h"
 #include "ui/twips.h"
 
 namespace parvenna::ui {
@@ -219,6 +220,15 @@ void MainWindow::ShowSettingDialog() {
 
 void MainWindow::ShowAbout(const std::string& credits) {
   QMessageBox::about(this, "About Parvenna", Q("Parvenna\n\n" + credits));
+}
+
+void MainWindow::ShowReport(const std::string& caption) {
+  if (!report_) {
+    report_ = new ReportWindow(shell_->state, prompter_, &shell_->frmEditor, editorSub_, this);
+    report_->setWindowFlag(Qt::Window);
+  }
+  // The menu's guard has passed: the editor's Save is off.
+  report_->Open(reports::KindOfCaption(caption), false);
 }
 
 void MainWindow::OpenUrl(const std::string& url) {

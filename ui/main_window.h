@@ -19,6 +19,7 @@ class QMenu;
 namespace parvenna::ui {
 
 class EditorWindow;
+class ReportWindow;
 
 // The main window: the menu bar of the shell's model, and the editor and the
 // drawing as windows inside it, the editor kept above the drawing while the
@@ -53,6 +54,7 @@ class MainWindow : public QMainWindow, public shell::ShellWindows {
   void ShowCreateDialog() override;
   void ShowSettingDialog() override;
   void ShowAbout(const std::string& credits) override;
+  void ShowReport(const std::string& caption) override;
   void OpenUrl(const std::string& url) override;
 
  protected:
@@ -82,6 +84,7 @@ class MainWindow : public QMainWindow, public shell::ShellWindows {
   EditorWindow* editor_ = nullptr;
   QMdiSubWindow* editorSub_ = nullptr;
   QMdiSubWindow* drawingSub_ = nullptr;
+  ReportWindow* report_ = nullptr;  // made when first asked for
   std::vector<Entry> entries_;
   std::vector<std::pair<QMenu*, MenuItem*>> topMenus_;
   bool editorTopmost_ = true;

@@ -35,17 +35,20 @@ PainterCanvas::PainterCanvas(double width, double height) { SetSize(width, heigh
 void PainterCanvas::SetSize(double width, double height) {
   width_ = width;
   height_ = height;
+  strokes_.SetSize(width, height);
   image_ = QImage(std::max(1, Px(width)), std::max(1, Px(height)), QImage::Format_RGB32);
   image_.fill(kPaper);
   ++generation_;
 }
 
 void PainterCanvas::Cls() {
+  strokes_.Cls();
   image_.fill(kPaper);
   ++generation_;
 }
 
 void PainterCanvas::Line(double x1, double y1, double x2, double y2, Rgb colour) {
+  strokes_.Line(x1, y1, x2, y2, colour);
   QPainter p(&image_);
   p.setRenderHint(QPainter::Antialiasing);
   p.setPen(PenOf(colour));
@@ -54,6 +57,7 @@ void PainterCanvas::Line(double x1, double y1, double x2, double y2, Rgb colour)
 }
 
 void PainterCanvas::Box(double x1, double y1, double x2, double y2, Rgb colour) {
+  strokes_.Box(x1, y1, x2, y2, colour);
   QPainter p(&image_);
   p.setPen(PenOf(colour));
   // Pixel centres, so that a box of the picture's own size stays inside it.
@@ -64,6 +68,7 @@ void PainterCanvas::Box(double x1, double y1, double x2, double y2, Rgb colour) 
 
 void PainterCanvas::Circle(double cx, double cy, double radius, Rgb colour, double startAngle,
                            double endAngle) {
+  strokes_.Circle(cx, cy, radius, colour, startAngle, endAngle);
   const double r = PxF(radius);
   if (!std::isfinite(r) || !std::isfinite(startAngle) || !std::isfinite(endAngle) || r <= 0 ||
       r > kLargestRadiusPx) {

@@ -3,13 +3,16 @@
 #include <QImage>
 
 #include "platform/canvas.h"
+#include "platform/printer.h"
+#include "reports/recorded_picture.h"
 
 namespace parvenna::ui {
 
-// A picture box painted onto an image: the caller works in twips with y
+// A picture box painted onto an image, which also keeps its strokes so that
+// a printed page receives the sketch at the printer's resolution: the caller works in twips with y
 // growing downwards, the image holds 15 twips to a pixel. Each drawing call
 // bumps Generation(), so a view knows when to repaint.
-class PainterCanvas : public Canvas {
+class PainterCanvas : public Canvas, public PictureImage {
  public:
   PainterCanvas(double width = 0, double height = 0);
 
@@ -22,6 +25,10 @@ class PainterCanvas : public Canvas {
   void Circle(double cx, double cy, double radius, Rgb colour, double startAngle,
               double endAngle) override;
 
+  Rgb BackColor() const override { return strokes_.BackColor(); }
+  void SetBackColor(Rgb colour) override { strokes_.SetBackColor(colour); }
+  void PaintOn(Canvas& target) const override { strokes_.PaintOn(target); }
+
   const QImage& Image() const { return image_; }
   unsigned Generation() const { return generation_; }
 
@@ -29,6 +36,7 @@ class PainterCanvas : public Canvas {
   double width_;
   double height_;
   QImage image_;
+  reports::RecordedPicture strokes_;
   unsigned generation_ = 0;
 };
 

@@ -22,7 +22,7 @@ using parvenna::testing::TempDir;
 class RecordingWindows : public ShellWindows {
  public:
   std::optional<std::string> openAnswer;
-  std::vector<std::string> urls;
+  std::vector<std::string> urls, reports;
   std::string editorCaption, mainCaption;
   bool topmost = false;
   int createShown = 0, settingShown = 0, mainMinimised = 0, closeRequests = 0, drawings = 0;
@@ -46,6 +46,7 @@ class RecordingWindows : public ShellWindows {
   void ShowCreateDialog() override { ++createShown; }
   void ShowSettingDialog() override { ++settingShown; }
   void ShowAbout(const std::string&) override {}
+  void ShowReport(const std::string& caption) override { reports.push_back(caption); }
   void OpenUrl(const std::string& url) override { urls.push_back(url); }
 };
 
@@ -168,6 +169,11 @@ TEST_F(ShellTest, EditMenuEntriesFollowSavingAndTheCurrentRow) {
   s.MenuClick("mnuFullReport");
   EXPECT_THAT(prompter.Prompts(),
               ElementsAre("Please save the current parcel before printing reports."));
+  EXPECT_TRUE(windows.reports.empty());
+  s.MenuClick("mnuCancelParcel");
+  s.MenuClick("mnuSumReport");
+  EXPECT_THAT(windows.reports, ElementsAre("Parvenna summary report"));
+  s.MenuClick("mnuEditMode");
   s.MenuClick("mnuNew");
   s.MenuClick("mnuOpen");
   EXPECT_EQ(prompter.Prompts().back(), "Please save the current parcel before opening a new project.");

@@ -144,6 +144,7 @@ TEST_F(ApplicationTest, ASecondRunningCopyIsRefusedWithTheStoreWords) {
       void ShowCreateDialog() override {}
       void ShowSettingDialog() override {}
       void ShowAbout(const std::string&) override {}
+      void ShowReport(const std::string&) override {}
       void OpenUrl(const std::string&) override {}
     } windows;
     shell::Shell shell(dir.path().string(), second, canvas, windows);
