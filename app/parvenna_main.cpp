@@ -1,12 +1,17 @@
 // parvenna: the closure checker's desktop program.
-#include <QDir>
 #include <QStringList>
 
+#include "shell/messages.h"
 #include "ui/application.h"
 #include "ui/main_window.h"
+#include "ui/splash_screen.h"
 
 int main(int argc, char** argv) {
   parvenna::ui::Application app(argc, argv);
+  parvenna::ui::SplashScreen splash(std::string(parvenna::shell::messages::ProgramVersion) +
+                                    parvenna::shell::messages::Version);
+  splash.ShowCentred();
+
   // The command line is one path, quotes and all, however the shell split it.
   QStringList words = QCoreApplication::arguments();
   words.removeFirst();
@@ -15,5 +20,6 @@ int main(int argc, char** argv) {
   parvenna::ui::MainWindow window(QCoreApplication::applicationDirPath().toStdString());
   window.showMaximized();
   if (!window.Start(commandLine)) return 1;
+  splash.finish(&window);
   return app.exec();
 }

@@ -3,6 +3,7 @@
 // Every text of the shell, read together here.
 namespace parvenna::shell::messages {
 
+inline constexpr const char* Version = "1.0.0";  // major, minor, revision
 inline constexpr const char* ProgramVersion = "Program Version: ";
 inline constexpr const char* InitialConfiguration = "Initial configuration";
 inline constexpr const char* AskBearing =

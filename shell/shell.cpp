@@ -32,7 +32,7 @@ bool Shell::Start(const std::string& commandLine) {
   FirstRun = systemStore.ReadFirstRun(prompter);
   if (FirstRun) systemStore.RewriteRelativeRecent();
   if (!systemStore.Open(prompter)) return false;
-  VersionText = messages::ProgramVersion + std::string("1.0.0");
+  VersionText = std::string(messages::ProgramVersion) + messages::Version;
 
   // The main window comes up around the editor; until a project says
   // otherwise the drawing is white and keeps its own colours.

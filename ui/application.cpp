@@ -1,30 +1,21 @@
 #include "ui/application.h"
 
-#include <QMessageBox>
-
-#include "platform/run_error.h"
 #include "shell/messages.h"
-#include "shell/shell.h"
+#include "ui/guarded.h"
+#include "ui/qt_prompter.h"
 
 namespace parvenna::ui {
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
   setApplicationName("Parvenna");
-  setApplicationVersion("1.0.0");
+  setApplicationVersion(shell::messages::Version);
 }
 
 bool Application::notify(QObject* receiver, QEvent* event) {
-  try {
-    return QApplication::notify(receiver, event);
-  } catch (const RunError& e) {
-    QMessageBox::critical(nullptr, shell::messages::UnknownErrorTitle,
-                          QString::fromStdString(shell::UnknownErrorText(e.Code())));
-  } catch (const std::exception&) {
-    // Any other failure gets the words of the run-time's own number for it.
-    QMessageBox::critical(nullptr, shell::messages::UnknownErrorTitle,
-                          QString::fromStdString(shell::UnknownErrorText(5)));
-  }
-  return false;
+  bool handled = false;
+  QtPrompter prompter;
+  RunGuarded(prompter, [&] { handled = QApplication::notify(receiver, event); });
+  return handled;
 }
 
 }  // namespace parvenna::ui

@@ -10,7 +10,7 @@
 
 #include "platform/run_error.h"
 #include "ui/editor_window.h"
-#include "ui/messages.h"
+#include "ui/guarded.h"
 #include "ui/twips.h"
 
 namespace parvenna::ui {
@@ -20,18 +20,7 @@ using editor::FocusTarget;
 
 void EditorWindow::Run(const std::function<void()>& handler) {
   ++depth_;
-  auto report = [this](int number) {
-    Inform(form_.prompter,
-           messages::UnhandledErrorStart + std::to_string(number) + messages::UnhandledErrorEnd,
-           MsgIcon::None, messages::UnhandledErrorTitle);
-  };
-  try {
-    handler();
-  } catch (const RunError& e) {
-    report(e.Code());
-  } catch (const std::exception&) {
-    report(static_cast<int>(ErrorNumber::InvalidCall));
-  }
+  RunGuarded(form_.prompter, handler);
   if (--depth_ == 0) AfterEvent();
 }
 

@@ -1,4 +1,5 @@
 #include "ui/form_dialog.h"
+#include "ui/guarded.h"
 
 #include <QAbstractButton>
 #include <QCheckBox>
@@ -11,7 +12,6 @@
 #include <QSignalBlocker>
 
 #include "platform/run_error.h"
-#include "ui/messages.h"
 #include "ui/twips.h"
 
 namespace parvenna::ui {
@@ -20,18 +20,7 @@ FormDialog::FormDialog(Prompter& prompter, QWidget* parent) : QDialog(parent), p
 
 void FormDialog::Run(const std::function<void()>& handler) {
   ++depth_;
-  auto report = [this](int number) {
-    Inform(prompter_,
-           messages::UnhandledErrorStart + std::to_string(number) + messages::UnhandledErrorEnd,
-           MsgIcon::None, messages::UnhandledErrorTitle);
-  };
-  try {
-    handler();
-  } catch (const RunError& e) {
-    report(e.Code());
-  } catch (const std::exception&) {
-    report(static_cast<int>(ErrorNumber::InvalidCall));
-  }
+  RunGuarded(prompter_, handler);
   if (--depth_ == 0) Refresh();
 }
 

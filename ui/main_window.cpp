@@ -1,4 +1,5 @@
 #include "ui/main_window.h"
+#include "ui/guarded.h"
 
 #include <algorithm>
 
@@ -11,18 +12,18 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QUrl>
 
 #include "shell/messages.h"
+#include "ui/about_dialog.h"
+#include "ui/create_dialog.h"
 #include "ui/editor_window.h"
 #include "ui/report_window.h"
+#include "ui/setting_dialog.h"
 #include "ui/twips.h"
 
 namespace parvenna::ui {
 namespace {
-
-QString Q(const std::string& text) { return QString::fromStdString(text); }
 
 // "Parvenna Files (*.pvd)|*.pvd|All Files (*.*)|*.*" as the file dialog's filters.
 QString NameFilters(const std::string& filter) {
@@ -97,14 +98,7 @@ bool MainWindow::Start(const std::string& commandLine) {
   return true;
 }
 
-void MainWindow::Run(const std::function<void()>& handler) {
-  try {
-    handler();
-  } catch (const RunError& e) {
-    Inform(prompter_, shell::UnknownErrorText(e.Code()), MsgIcon::Critical,
-           shell::messages::UnknownErrorTitle);
-  }
-}
+void MainWindow::Run(const std::function<void()>& handler) { RunGuarded(prompter_, handler); }
 
 void MainWindow::BuildMenus() {
   for (const shell::MenuNode& top : shell_->menu.Tree()) {
@@ -210,16 +204,24 @@ bool MainWindow::OpenDrawing() { return true; }
 void MainWindow::ShowRowMenu(int row) { editor_->ShowRowMenu(row); }
 
 void MainWindow::ShowCreateDialog() {
-  Inform(prompter_, "\"New\"" + std::string(shell::messages::NotThereYet), MsgIcon::Information);
+  if (!create_) {
+    create_ = new CreateDialog(shell_->frmCreate, prompter_, this);
+    // A project made by the dialog is open now: menus and editor follow.
+    connect(create_, &QDialog::finished, this, [this] { RefreshAll(); });
+  }
+  create_->ShowForm();
 }
 
 void MainWindow::ShowSettingDialog() {
-  Inform(prompter_, "\"Project options\"" + std::string(shell::messages::NotThereYet),
-         MsgIcon::Information);
+  if (!setting_) {
+    setting_ = new SettingDialog(shell_->frmSetting, prompter_, this);
+    connect(setting_, &QDialog::finished, this, [this] { RefreshAll(); });
+  }
+  setting_->ShowForm();
 }
 
 void MainWindow::ShowAbout(const std::string& credits) {
-  QMessageBox::about(this, "About Parvenna", Q("Parvenna\n\n" + credits));
+  AboutDialog(shell_->VersionText, credits, this).exec();
 }
 
 void MainWindow::ShowReport(const std::string& caption) {

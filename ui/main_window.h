@@ -18,8 +18,10 @@ class QMenu;
 
 namespace parvenna::ui {
 
+class CreateDialog;
 class EditorWindow;
 class ReportWindow;
+class SettingDialog;
 
 // The main window: the menu bar of the shell's model, and the editor and the
 // drawing as windows inside it, the editor kept above the drawing while the
@@ -84,7 +86,10 @@ class MainWindow : public QMainWindow, public shell::ShellWindows {
   EditorWindow* editor_ = nullptr;
   QMdiSubWindow* editorSub_ = nullptr;
   QMdiSubWindow* drawingSub_ = nullptr;
-  ReportWindow* report_ = nullptr;  // made when first asked for
+  // Made when first asked for.
+  ReportWindow* report_ = nullptr;
+  CreateDialog* create_ = nullptr;
+  SettingDialog* setting_ = nullptr;
   std::vector<Entry> entries_;
   std::vector<std::pair<QMenu*, MenuItem*>> topMenus_;
   bool editorTopmost_ = true;

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include <QApplication>
 #include <QMessageBox>
 
 namespace parvenna::ui {
@@ -40,8 +41,11 @@ MsgAnswer AnswerOf(int button) {
 }  // namespace
 
 MsgAnswer QtPrompter::MsgBox(const Message& message) {
+  // A box with no owner of its own belongs to the window in front, so that no
+  // window kept on top can hide it.
+  QWidget* owner = parent_ ? parent_.data() : QApplication::activeWindow();
   QMessageBox box(IconOf(message.Icon), QString::fromStdString(message.Title),
-                  QString::fromStdString(message.Prompt), QMessageBox::NoButton, parent_);
+                  QString::fromStdString(message.Prompt), QMessageBox::NoButton, owner);
   const std::vector<QMessageBox::StandardButton> buttons = ButtonsOf(message.Buttons);
   for (QMessageBox::StandardButton b : buttons) box.addButton(b);
   const std::size_t defaultIndex = static_cast<std::size_t>(message.DefaultButton) - 1;
