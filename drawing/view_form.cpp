@@ -30,8 +30,8 @@ std::array<std::string, 5> SavedViewColumns(int view) {
 
 ViewForm::ViewForm(store::ProjectState& state, Prompter& prompter, editor::EditorForm& editor)
     : state_(state), prompter_(prompter), editor_(editor), grab_(editor) {
-  cmdLayer1 = Button("Layers", "Layers shown in the first view");
-  cmdLayer2 = Button("Layers", "Layers shown in the second view");
+  cmdLayer1 = Button("Layers 1", "Layers shown in the first view");
+  cmdLayer2 = Button("Layers 2", "Layers shown in the second view");
   cmdRedraw = Button("Redraw", "Paint both views afresh");
   cmd100 = Button("All", "Show the whole drawing");
   cmdUndo = Button("Back", "Go back to the window shown before");

@@ -59,6 +59,9 @@ class ViewForm {
   ViewForm& operator=(const ViewForm&) = delete;
 
   void SetHost(ViewHost* host) { host_ = host; }
+  Prompter& prompter() { return prompter_; }
+  // A click in a view grabs its label: a parcel is being edited.
+  bool Grabbing() const { return editor_.cmdSave.Enabled && !lastDrawing_.empty(); }
 
   // ---- Controls -------------------------------------------------------------
   CommandButton cmdLayer1, cmdLayer2, cmdRedraw, cmd100, cmdUndo, cmdPartLarge, cmdZoomOut,

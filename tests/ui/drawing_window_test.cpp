@@ -1,0 +1,172 @@
+// The drawing window over its form, offscreen: the views paint the drawing
+// and paint again only after a change, the wheel zooms about the cursor, a
+// drag pans, the layer menus pop up at their buttons, and a dragged band
+// enlarges a part.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QRubberBand>
+#include <QTabWidget>
+#include <QTest>
+#include <QToolButton>
+#include <QWheelEvent>
+
+#include "drawing/view_form.h"
+#include "editor/editor_form.h"
+#include "tests/support/recording_canvas.h"
+#include "tests/support/scripted_prompter.h"
+#include "tests/ui/ui_app.h"
+#include "ui/drawing_view.h"
+#include "ui/drawing_window.h"
+
+namespace parvenna::ui {
+namespace {
+
+using parvenna::testing::ScriptedPrompter;
+
+class QuietHost : public editor::EditorHost {
+ public:
+  void BringUpDrawing() override {}
+  void MinimizeEditor() override {}
+  void ShowRowMenu(int) override {}
+};
+
+// Pixels of an image that differ from the colour of its top left corner.
+int InkedPixels(const QImage& image, const QRect& area) {
+  const QRgb back = image.pixel(area.topLeft());
+  int inked = 0;
+  for (int y = area.top(); y <= area.bottom(); ++y) {
+    for (int x = area.left(); x <= area.right(); ++x) inked += image.pixel(x, y) != back;
+  }
+  return inked;
+}
+
+class DrawingWindowTest : public ::testing::Test {
+ protected:
+  DrawingWindowTest() {
+    window.bind();
+    window.resize(900, 650);
+    window.show();
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
+  }
+
+  void Open() {
+    project.DrawingFile =
+        std::string(PARVENNA_TESTDATA_DIR) + "/drawings/generated/generated_plat_lot7.dxf";
+    ASSERT_TRUE(form.OpenDrawing());
+    window.Refresh();
+    QApplication::processEvents();
+  }
+
+  DrawingView* view() { return window.View(0); }
+
+  void Mouse(QEvent::Type type, QPointF at, Qt::MouseButton button, Qt::MouseButtons held) {
+    QMouseEvent event(type, at, view()->mapToGlobal(at), button, held, Qt::NoModifier);
+    QApplication::sendEvent(view(), &event);
+  }
+
+  QApplication& app = testing::TestApp();
+  store::ProjectState project;  // no project file: the views are kept in memory only
+  ScriptedPrompter prompter;
+  parvenna::testing::RecordingCanvas sketch;
+  QuietHost host;
+  editor::EditorForm editor{project, prompter, sketch, host};
+  drawing::ViewForm form{project, prompter, editor};
+  DrawingWindow window{form};
+};
+
+TEST_F(DrawingWindowTest, TheViewPaintsTheDrawingOnceForEachChange) {
+  EXPECT_FALSE(window.ButtonOf(form.cmdZoomIn)->isEnabled());
+  Open();
+  EXPECT_TRUE(window.ButtonOf(form.cmdZoomIn)->isEnabled());
+  EXPECT_EQ(window.SSTab1()->tabText(1), "Second View");
+  EXPECT_EQ(form.View(0).ViewportWidth(), view()->width());
+
+  const QImage shot = view()->grab().toImage();
+  const QRect overview = view()->OverviewRect();
+  ASSERT_FALSE(overview.isEmpty());
+  QRect drawingArea = view()->rect();
+  drawingArea.setRight(overview.left() - 1);
+  EXPECT_GT(InkedPixels(shot, drawingArea), 500);
+  // The overview frames the window in red.
+  bool red = false;
+  for (int x = overview.left(); x <= overview.right() && !red; ++x) {
+    for (int y = overview.top(); y <= overview.bottom() && !red; ++y) {
+      const QColor c = shot.pixelColor(x, y);
+      red = c.red() > 200 && c.green() < 60 && c.blue() < 60;
+    }
+  }
+  EXPECT_TRUE(red);
+
+  const int frames = view()->FramesPainted();
+  view()->grab();
+  EXPECT_EQ(view()->FramesPainted(), frames);
+  QTest::mouseClick(window.ButtonOf(form.cmdZoomIn), Qt::LeftButton);
+  view()->grab();
+  EXPECT_EQ(view()->FramesPainted(), frames + 1);
+  EXPECT_NEAR(form.View(0).ReadWindow().zoomFactor, 2, 1e-9);
+}
+
+TEST_F(DrawingWindowTest, TheWheelZoomsAboutTheCursorAndADragPans) {
+  Open();
+  const QPointF at(250, 180);
+  const drawing::Point under = form.View(0).ToDrawing(at.x(), at.y());
+  QWheelEvent wheel(at, view()->mapToGlobal(at), QPoint(), QPoint(0, 240), Qt::NoButton,
+                    Qt::NoModifier, Qt::NoScrollPhase, false);
+  QApplication::sendEvent(view(), &wheel);
+  EXPECT_NEAR(form.View(0).ReadWindow().zoomFactor, 2, 1e-9);
+  drawing::Point still = form.View(0).ToDrawing(at.x(), at.y());
+  EXPECT_NEAR(still.x, under.x, 1e-9);
+  EXPECT_NEAR(still.y, under.y, 1e-9);
+
+  Mouse(QEvent::MouseButtonPress, at, Qt::RightButton, Qt::RightButton);
+  EXPECT_EQ(view()->cursor().shape(), Qt::ClosedHandCursor);
+  Mouse(QEvent::MouseMove, at + QPointF(30, 10), Qt::NoButton, Qt::RightButton);
+  Mouse(QEvent::MouseMove, at + QPointF(80, 40), Qt::NoButton, Qt::RightButton);
+  Mouse(QEvent::MouseButtonRelease, at + QPointF(80, 40), Qt::RightButton, Qt::NoButton);
+  still = form.View(0).ToDrawing(at.x() + 80, at.y() + 40);
+  EXPECT_NEAR(still.x, under.x, 1e-9);
+  EXPECT_NEAR(still.y, under.y, 1e-9);
+  EXPECT_EQ(view()->cursor().shape(), Qt::OpenHandCursor);
+  // The saved window follows the view.
+  EXPECT_NEAR(project.ViewBLX[0], form.View(0).ReadWindow().blx, 1e-9);
+}
+
+TEST_F(DrawingWindowTest, TheLayerMenuPopsUpAtItsButtonAndTurnsTheLayerOfItsViewOnly) {
+  Open();
+  QTest::mouseClick(window.ButtonOf(form.cmdLayer1), Qt::LeftButton);
+  QMenu* menu = window.LayerMenu(0);
+  EXPECT_TRUE(menu->isVisible());
+  ASSERT_EQ(menu->actions().size(), form.View(0).LayerCount());
+  EXPECT_EQ(menu->actions().front()->text().left(7), "Layer1 ");
+  menu->actions().front()->trigger();
+  menu->hide();
+  EXPECT_FALSE(form.View(0).LayerVisible(0));
+  EXPECT_TRUE(form.View(1).LayerVisible(0));
+  EXPECT_FALSE(menu->actions().front()->isChecked());
+  EXPECT_TRUE(window.LayerMenu(1)->actions().front()->isChecked());
+}
+
+TEST_F(DrawingWindowTest, ABandDraggedAfterPartEnlargesThatPart) {
+  Open();
+  QTest::mouseClick(window.ButtonOf(form.cmdPartLarge), Qt::LeftButton);
+  EXPECT_EQ(view()->cursor().shape(), Qt::CrossCursor);
+  Mouse(QEvent::MouseButtonPress, {100, 100}, Qt::LeftButton, Qt::LeftButton);
+  Mouse(QEvent::MouseMove, {200, 160}, Qt::NoButton, Qt::LeftButton);
+  auto* band = view()->findChild<QRubberBand*>();
+  ASSERT_NE(band, nullptr);
+  EXPECT_TRUE(band->isVisible());
+  EXPECT_EQ(band->geometry(), QRect(QPoint(100, 100), QPoint(200, 160)));
+  Mouse(QEvent::MouseButtonRelease, {300, 200}, Qt::LeftButton, Qt::NoButton);
+  EXPECT_FALSE(band->isVisible());
+  EXPECT_GT(form.View(0).ReadWindow().zoomFactor, 3);
+  // The second page shows its own, untouched view.
+  window.SSTab1()->setCurrentIndex(1);
+  EXPECT_EQ(form.SSTab1.Tab, 1);
+  EXPECT_NEAR(form.View(1).ReadWindow().zoomFactor, 1, 1e-9);
+}
+
+}  // namespace
+}  // namespace parvenna::ui
