@@ -226,7 +226,9 @@ void MainWindow::ShowAbout(const std::string& credits) {
 
 void MainWindow::ShowReport(const std::string& caption) {
   if (!report_) {
-    report_ = new ReportWindow(shell_->state, prompter_, &shell_->frmEditor, editorSub_, this);
+    // The editor stays inside the main window, whose rules keep it above the
+    // drawing; the report window leaves its placing alone.
+    report_ = new ReportWindow(shell_->state, prompter_, &shell_->frmEditor, nullptr, this);
     report_->setWindowFlag(Qt::Window);
   }
   // The menu's guard has passed: the editor's Save is off.

@@ -189,8 +189,10 @@ Printer* ReportWindow::PicturePrinter() {
 }
 
 void ReportWindow::SetReportTopmost() {
-  setWindowFlag(Qt::WindowStaysOnTopHint, true);
-  if (isVisible()) show();
+  // A window flag changed on a shown window hides it; a window of the main
+  // window stands above it anyway, and is brought to the front.
+  raise();
+  activateWindow();
 }
 
 void ReportWindow::SetEditorTopmost(bool topmost) {
