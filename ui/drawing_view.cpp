@@ -64,7 +64,7 @@ void DrawingView::FollowCursor() {
 QRect DrawingView::OverviewRect() const {
   if (!Showing() || !form_.OverviewVisible[static_cast<std::size_t>(view_)]) return {};
   if (width() < 320 || height() < 240) return {};
-  const int w = std::clamp(width() / 5, 140, 280);
+  const int w = std::clamp(width() / 6, 120, 220);
   const int h = w * 3 / 4;
   constexpr int margin = 8;
   return {width() - w - margin, height() - h - margin, w, h};

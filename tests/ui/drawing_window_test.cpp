@@ -4,6 +4,8 @@
 // enlarges a part.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 #include <QApplication>
 #include <QMenu>
 #include <QMouseEvent>
@@ -13,6 +15,7 @@
 #include <QToolButton>
 #include <QWheelEvent>
 
+#include "drawing/drawing_document.h"
 #include "drawing/view_form.h"
 #include "editor/editor_form.h"
 #include "tests/support/recording_canvas.h"
@@ -166,6 +169,67 @@ TEST_F(DrawingWindowTest, ABandDraggedAfterPartEnlargesThatPart) {
   window.SSTab1()->setCurrentIndex(1);
   EXPECT_EQ(form.SSTab1.Tab, 1);
   EXPECT_NEAR(form.View(1).ReadWindow().zoomFactor, 1, 1e-9);
+}
+
+// ---- On a real screen -----------------------------------------------------------------
+
+// Shows the window on the sample drawing and photographs the screen at each
+// step, for a person to look at. Runs only when PARVENNA_DRAWING_DEMO_DIR
+// names a directory for the pictures, under an X server:
+//   xvfb-run -s '-screen 0 1280x900x24' env QT_QPA_PLATFORM=xcb
+//     PARVENNA_DRAWING_DEMO_DIR=/tmp/shots test_ui --gtest_filter='*OnScreen*'
+TEST_F(DrawingWindowTest, OnScreenSampleDrawingStepByStep) {
+  const char* out = std::getenv("PARVENNA_DRAWING_DEMO_DIR");
+  if (!out) GTEST_SKIP() << "PARVENNA_DRAWING_DEMO_DIR is not set";
+  const char* file = std::getenv("PARVENNA_DRAWING_DEMO_FILE");
+  project.DrawingFile = file ? file : std::string(PARVENNA_APP_DIR) + "/sample_feet.dxf";
+  window.setGeometry(0, 0, 1200, 860);
+  form.OpenDrawing();
+  window.Refresh();
+  int step = 0;
+  const auto shoot = [&](const std::string& name) {
+    QTest::qWait(400);
+    const std::string path = std::string(out) + "/drawing_" + std::to_string(++step) + "_" + name + ".png";
+    EXPECT_EQ(std::system(("import -window root " + path).c_str()), 0) << path;
+  };
+  shoot("whole");
+
+  // Grab the first two labels while a parcel is edited: they turn to the used colour.
+  editor.cmdInsert_Click();
+  editor.SetFocus({editor::FocusKind::Field, 0, CourseField::BearingLine});
+  const drawing::DrawingDocument* doc = form.View(0).Document();
+  ASSERT_NE(doc, nullptr);
+  int clicked = 0;
+  for (const drawing::Entity& e : doc->entities) {
+    if (e.kind != drawing::EntityKind::Text || doc->layers[e.layer].name == "TITLE") continue;
+    const auto corners = drawing::TextCorners(doc->TextOf(e));
+    const drawing::Point centre{(corners[0].x + corners[2].x) / 2, (corners[0].y + corners[2].y) / 2};
+    const CanvasPoint at = form.View(0).ToScreen(centre);
+    QTest::mouseClick(window.View(0), Qt::LeftButton, {}, QPoint(static_cast<int>(at.x), static_cast<int>(at.y)));
+    if (++clicked == 2) break;
+  }
+  if (!file) {
+    EXPECT_FALSE(editor.txtBearingLine[0].Text.empty());
+  }
+  shoot("picked");
+
+  const QPointF centre(window.View(0)->width() / 2.0, window.View(0)->height() / 2.0);
+  QWheelEvent wheel(centre, window.View(0)->mapToGlobal(centre), QPoint(), QPoint(0, 480),
+                    Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+  QApplication::sendEvent(window.View(0), &wheel);
+  window.Refresh();
+  shoot("wheel_zoomed");
+
+  QTest::mouseClick(window.ButtonOf(form.cmdLayer1), Qt::LeftButton);
+  shoot("layer_menu");
+  window.LayerMenu(0)->hide();
+
+  project.BackRed = project.BackGreen = project.BackBlue = 0;
+  project.ForeColourNumber = drawing::ForeOriginal;
+  form.OpenDrawing();
+  window.SSTab1()->setCurrentIndex(1);
+  window.Refresh();
+  shoot("second_view_black");
 }
 
 }  // namespace
