@@ -146,7 +146,7 @@ INSTANTIATE_TEST_SUITE_P(
     Kinds, OpeningTest,
     ::testing::Values(Kind{"generated/generated_plat_lot7.dxf", {"BOUNDARY", "BEARINGS"}},
                       Kind{"dwg_r2000_two_layers_text.dwg", {"0", "Tavolo 1"}},
-                      Kind{"dgn_v7_smalltest.dgn", {}}),
+                      Kind{"dgn_v7_smalltest.dgn", {"1", "2"}}),
     [](const ::testing::TestParamInfo<Kind>& p) {
       return std::string(p.param.file).substr(std::string(p.param.file).rfind('.') + 1);
     });
