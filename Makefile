@@ -54,6 +54,7 @@ sanitize: deps
 	  -DPARVENNA_SANITIZE=ON -DPARVENNA_BENCH=OFF
 	cmake --build $(BUILD)-sanitize -j $(JOBS)
 	ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
+	  LSAN_OPTIONS=suppressions=$(CURDIR)/tests/lsan.supp \
 	  ctest --test-dir $(BUILD)-sanitize --output-on-failure -j $(JOBS)
 
 fuzz: deps fuzz-deps

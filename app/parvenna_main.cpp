@@ -1,4 +1,5 @@
 // parvenna: the closure checker's desktop program.
+#include <QDir>
 #include <QStringList>
 
 #include "shell/messages.h"
@@ -13,9 +14,17 @@ int main(int argc, char** argv) {
   splash.ShowCentred();
 
   // The command line is one path, quotes and all, however the shell split it.
+  // A path relative to where the program was started is made whole, so that
+  // the recent list can find the project again from anywhere.
   QStringList words = QCoreApplication::arguments();
   words.removeFirst();
-  const std::string commandLine = words.join(' ').toStdString();
+  QString line = words.join(' ');
+  QString path = line;
+  path.remove('"');
+  if (!path.trimmed().isEmpty() && QDir::isRelativePath(path)) {
+    line = QDir::currentPath() + '/' + path;
+  }
+  const std::string commandLine = line.toStdString();
 
   parvenna::ui::MainWindow window(QCoreApplication::applicationDirPath().toStdString());
   window.showMaximized();

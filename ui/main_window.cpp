@@ -80,7 +80,7 @@ MainWindow::MainWindow(const std::string& appDirectory, Prompter* prompter)
   BuildMenus();
   connect(area_, &QMdiArea::subWindowActivated, this, [this](QMdiSubWindow* active) {
     // The drawing may take the keyboard, but never the place above the editor.
-    if (active == drawingSub_ && editorTopmost_) editorSub_->raise();
+    if (active == drawingSub_) editorSub_->raise();
   });
   connect(qApp, &QApplication::applicationStateChanged, this, [this](Qt::ApplicationState s) {
     shell_->Activated(s == Qt::ApplicationActive);
@@ -88,7 +88,12 @@ MainWindow::MainWindow(const std::string& appDirectory, Prompter* prompter)
   resize(1200, 860);
 }
 
-MainWindow::~MainWindow() = default;
+MainWindow::~MainWindow() {
+  // The area and the application signal while the windows are taken down,
+  // when this window is no longer whole: no handler of it may run then.
+  disconnect(area_, nullptr, this, nullptr);
+  disconnect(qApp, nullptr, this, nullptr);
+}
 
 bool MainWindow::Start(const std::string& commandLine) {
   bool started = false;
@@ -176,8 +181,18 @@ void MainWindow::SetEditorTopmost(bool topmost) {
   if (topmost) editorSub_->raise();
 }
 
+void MainWindow::FillWithDrawing() {
+  // The drawing takes the whole area behind the editor. It is not maximised:
+  // a maximised window would make every window it passes the focus to
+  // maximised too, the editor included.
+  if (drawingSub_->isMaximized() || drawingSub_->isMinimized()) drawingSub_->showNormal();
+  drawingSub_->setGeometry(area_->viewport()->rect());
+  drawingSub_->lower();
+  drawingSub_->setVisible(true);
+}
+
 void MainWindow::ShowEditor() {
-  drawingSub_->showMaximized();
+  FillWithDrawing();
   editorSub_->showNormal();
   // The form's height is its minimum; on a screen of today the rows get the
   // height of the main window, so that a parcel is seen at once.
@@ -195,7 +210,7 @@ void MainWindow::MinimizeMain() { showMinimized(); }
 void MainWindow::CloseMain() { close(); }
 
 void MainWindow::BringUpDrawing() {
-  drawingSub_->showMaximized();
+  FillWithDrawing();
   editorSub_->raise();
 }
 
@@ -206,8 +221,8 @@ void MainWindow::ShowRowMenu(int row) { editor_->ShowRowMenu(row); }
 void MainWindow::ShowCreateDialog() {
   if (!create_) {
     create_ = new CreateDialog(shell_->frmCreate, prompter_, this);
-    // A project made by the dialog is open now: menus and editor follow.
-    connect(create_, &QDialog::finished, this, [this] { RefreshAll(); });
+    // A project made by the dialog is open once it goes: menus and editor follow.
+    create_->installEventFilter(this);
   }
   create_->ShowForm();
 }
@@ -215,7 +230,7 @@ void MainWindow::ShowCreateDialog() {
 void MainWindow::ShowSettingDialog() {
   if (!setting_) {
     setting_ = new SettingDialog(shell_->frmSetting, prompter_, this);
-    connect(setting_, &QDialog::finished, this, [this] { RefreshAll(); });
+    setting_->installEventFilter(this);
   }
   setting_->ShowForm();
 }
@@ -253,6 +268,10 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+  if ((watched == create_ || watched == setting_) && event->type() == QEvent::Hide) {
+    RefreshAll();
+    return false;
+  }
   // Closing the editor closes the program, after the same question.
   if (watched == editorSub_ && event->type() == QEvent::Close && !closing_) {
     event->ignore();

@@ -104,6 +104,33 @@ TEST_F(ApplicationTest, ACourseKeyedAndSavedIsThereWhenTheProjectOpensAgain) {
   form.ExitConfirmed = true;
 }
 
+TEST_F(ApplicationTest, ANewProjectFromTheMenuIsOpenAndReadyForItsFirstParcel) {
+  MainWindow window(dir.path().string(), &prompter);
+  window.show();
+  ASSERT_TRUE(window.Start(""));
+  EXPECT_FALSE(window.Shell().frmEditor.menus.mnuEdit.Enabled);
+
+  window.Trigger("mnuNew");
+  store::CreateForm& create = window.Shell().frmCreate;
+  create.SetProjectName("Smith subdivision");
+  create.SetProjectLocation((dir / "jobs").string() + "/");
+  prompter.Answer({MsgAnswer::Yes, MsgAnswer::Yes});  // make the directory; no drawing yet
+  create.cmdCreate_Click();
+  window.RefreshAll();
+
+  EXPECT_THAT(prompter.Prompts(), ::testing::ElementsAre(HasSubstr("directory does not exist"),
+                                                         HasSubstr("No drawing file selected")));
+  EXPECT_TRUE(fs::exists(dir / "jobs" / "Smith subdivision.pvd"));
+  EXPECT_EQ(window.Shell().state.ProjectFile, (dir / "jobs" / "Smith subdivision.pvd").string());
+  const editor::EditorForm& form = window.Shell().frmEditor;
+  EXPECT_TRUE(form.menus.mnuEdit.Enabled);
+  EXPECT_TRUE(form.menus.mnuReport.Enabled);
+  EXPECT_TRUE(form.InsertingParcel) << "ready for the first parcel";
+  EXPECT_TRUE(form.txtParcel.Enabled);
+  EXPECT_TRUE(window.Editor().isVisible());
+  window.Shell().frmEditor.ExitConfirmed = true;
+}
+
 TEST_F(ApplicationTest, ASecondRunningCopyIsRefusedWithTheStoreWords) {
   const QString program = QString::fromStdString((fs::path(PARVENNA_APP_DIR) / "parvenna").string());
   // The program runs from this directory: copy it there, so that it holds
