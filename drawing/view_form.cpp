@@ -199,6 +199,12 @@ void ViewForm::cmdDone_Click() {
   if (host_) host_->EditorChanged();
 }
 
+void ViewForm::PlaceWaitingValues() {
+  if (editor_.grab.GrabQueue.empty()) return;
+  FlushGrabQueue(grab_, editor_.grab, state_.notation());
+  if (host_) host_->EditorChanged();
+}
+
 void ViewForm::SSTab1_Click(int tab) {
   if (tab < 0 || tab >= kViewCount) return;
   SSTab1.Tab = tab;

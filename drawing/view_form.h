@@ -111,6 +111,9 @@ class ViewForm {
   // Hands the waiting labels to the fields; then the automatic inversion when
   // the project asks for it.
   void cmdDone_Click();
+  // The editor came back from being minimised: the values that wait are
+  // placed, without the automatic inversion of Done.
+  void PlaceWaitingValues();
   void SSTab1_Click(int tab);
 
   // ---- Mouse, in the picture units of a view ---------------------------------------

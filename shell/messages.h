@@ -19,7 +19,6 @@ inline constexpr const char* UnknownErrorStart = "Unkown Error Number ";
 inline constexpr const char* UnknownErrorEnd = " has occured.";
 inline constexpr const char* NoVideo =
     "No training video is installed with this copy of Parvenna.";
-inline constexpr const char* NotThereYet = " is not part of this version of Parvenna yet.";
 
 // Captions of the windows and their reports.
 inline constexpr const char* FullReport = "Parvenna full report";

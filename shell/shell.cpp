@@ -19,6 +19,7 @@ Shell::Shell(std::string appDirectory, Prompter& prompterPort, Canvas& sketch,
       windows(shellWindows),
       opener(state, prompter, systemStore, recent, *this),
       frmEditor(state, prompter, sketch, *this),
+      frmView(state, prompter, frmEditor),
       frmCreate(state, prompter, systemStore, opener, *this),
       frmSetting(state, prompter, systemStore, opener, *this),
       menu(frmEditor.menus) {
@@ -106,6 +107,7 @@ void Shell::BindMenu() {
   on("mnuMiniWin", [this] { windows.MinimizeMain(); });
   on("mnuRefresh", [this, &e] {
     Redraw = true;
+    OpenDrawing();
     e.CalculateAndDraw();
   });
   on("mnuWhite", [this] { SetBackColour(0); });
@@ -132,8 +134,10 @@ void Shell::BindMenu() {
   on("mnuFullReport", [this] { ShowReport(messages::FullReport); });
   on("mnuSumReport", [this] { ShowReport(messages::SummaryReport); });
   on("mnuPicReport", [this] { ShowReport(messages::PictureReport); });
-  on("mnuNativeView", [this] { NotThereYet(menu.mnuNativeView); });
-  on("mnuSplitVertical", [this] { NotThereYet(menu.mnuSplitVertical); });
+  on("mnuNativeView",
+     [this] { frmView.mnuNativeView_Click(windows.AreaWidth(), windows.AreaHeight()); });
+  on("mnuSplitVertical",
+     [this] { frmView.mnuSplitVertical_Click(windows.AreaWidth(), windows.AreaHeight()); });
 
   on("mnuHelp", [this] {
     windows.OpenUrl("file://" + state.AppDirectory + "/help/index.html");
@@ -199,14 +203,6 @@ void Shell::ShowVideo(const std::string& fileName) {
   windows.OpenUrl("file://" + video.string());
 }
 
-void Shell::NotThereYet(const MenuItem& item) {
-  std::string caption;
-  for (char c : item.Caption) {
-    if (c != '&') caption += c;
-  }
-  Inform(prompter, "\"" + caption + "\"" + messages::NotThereYet, MsgIcon::Information);
-}
-
 // ---- store::ProjectWindows ---------------------------------------------------------
 
 std::optional<std::string> Shell::ShowOpen(const store::FileDialogRequest& request) {
@@ -239,7 +235,11 @@ void Shell::ShowDrawingPath(const std::string& drawingFile) {
 
 void Shell::SetCurrentCadEnabled(bool enabled) { frmEditor.menus.mnuCurrentCAD.Enabled = enabled; }
 
-bool Shell::OpenDrawing() { return windows.OpenDrawing(); }
+bool Shell::OpenDrawing() {
+  const bool opened = frmView.OpenDrawing();
+  windows.RefreshDrawing();
+  return opened;
+}
 
 void Shell::SettingsLoaded() {
   frmEditor.LayoutArcFields();

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "editor/editor_form.h"
+#include "drawing/view_form.h"
 #include "editor/editor_host.h"
 #include "platform/canvas.h"
 #include "platform/prompter.h"
@@ -58,6 +59,7 @@ class Shell : public store::ProjectWindows, public editor::EditorHost {
   ShellWindows& windows;
   store::ProjectOpener opener;
   editor::EditorForm frmEditor;
+  drawing::ViewForm frmView;
   store::CreateForm frmCreate;
   store::SettingForm frmSetting;
   MainMenu menu;
@@ -95,7 +97,6 @@ class Shell : public store::ProjectWindows, public editor::EditorHost {
   void ToggleOption(store::OptionMenu entry, MenuItem& item);
   void ShowReport(const std::string& caption);
   void ShowVideo(const std::string& fileName);
-  void NotThereYet(const MenuItem& item);
 
   std::map<std::string, std::function<void(int)>> handlers_;
 };

@@ -24,8 +24,11 @@ class ShellWindows {
   virtual void CloseMain() = 0;  // the close request of mnuExit
   // The drawing window comes up, with the editor kept above it.
   virtual void BringUpDrawing() = 0;
-  // The drawing of DrawingFile opened in both views; false when it failed.
-  virtual bool OpenDrawing() = 0;
+  // The drawing window shows its views again after they changed.
+  virtual void RefreshDrawing() = 0;
+  // The working area of the main window, in twips, for the layouts.
+  virtual double AreaWidth() const = 0;
+  virtual double AreaHeight() const = 0;
   virtual void ShowRowMenu(int row) = 0;
   virtual void ShowCreateDialog() = 0;
   virtual void ShowSettingDialog() = 0;

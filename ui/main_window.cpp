@@ -8,7 +8,6 @@
 #include <QCloseEvent>
 #include <QDesktopServices>
 #include <QFileDialog>
-#include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
@@ -17,6 +16,7 @@
 #include "shell/messages.h"
 #include "ui/about_dialog.h"
 #include "ui/create_dialog.h"
+#include "ui/drawing_window.h"
 #include "ui/editor_window.h"
 #include "ui/report_window.h"
 #include "ui/setting_dialog.h"
@@ -65,9 +65,10 @@ MainWindow::MainWindow(const std::string& appDirectory, Prompter* prompter)
   setCentralWidget(area_);
 
   // The drawing's window stands behind the editor.
-  auto* drawing = new QLabel("No drawing is open.");
-  drawing->setAlignment(Qt::AlignCenter);
-  drawingSub_ = area_->addSubWindow(drawing);
+  shell_->frmView.SetHost(this);
+  drawing_ = new DrawingWindow(shell_->frmView);
+  drawing_->bind();
+  drawingSub_ = area_->addSubWindow(drawing_);
   drawingSub_->setWindowTitle("Drawing");
   drawingSub_->setWindowFlags(drawingSub_->windowFlags() & ~Qt::WindowCloseButtonHint);
 
@@ -214,7 +215,23 @@ void MainWindow::BringUpDrawing() {
   editorSub_->raise();
 }
 
-bool MainWindow::OpenDrawing() { return true; }
+void MainWindow::RefreshDrawing() { drawing_->Refresh(); }
+
+double MainWindow::AreaWidth() const { return Twips(area_->viewport()->width()); }
+
+double MainWindow::AreaHeight() const { return Twips(area_->viewport()->height()); }
+
+void MainWindow::EditorChanged() { editor_->Refresh(); }
+
+void MainWindow::PlaceWindows(const drawing::WindowRect& editor, const drawing::WindowRect& view) {
+  auto place = [](QMdiSubWindow* window, const drawing::WindowRect& r) {
+    if (window->isMaximized() || window->isMinimized()) window->showNormal();
+    window->setGeometry(Px(r.Left), Px(r.Top), Px(r.Width), Px(r.Height));
+  };
+  place(drawingSub_, view);
+  place(editorSub_, editor);
+  editorSub_->raise();
+}
 
 void MainWindow::ShowRowMenu(int row) { editor_->ShowRowMenu(row); }
 
@@ -268,6 +285,11 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+  // The editor back from being minimised places the values that wait for it.
+  if (watched == editorSub_ && event->type() == QEvent::WindowStateChange &&
+      !editorSub_->isMinimized() && !isMinimized()) {
+    Run([this] { shell_->frmView.PlaceWaitingValues(); });
+  }
   if ((watched == create_ || watched == setting_) && event->type() == QEvent::Hide) {
     RefreshAll();
     return false;

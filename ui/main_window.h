@@ -6,6 +6,7 @@
 
 #include <QMainWindow>
 
+#include "drawing/view_host.h"
 #include "shell/shell.h"
 #include "shell/shell_windows.h"
 #include "ui/painter_canvas.h"
@@ -19,6 +20,7 @@ class QMenu;
 namespace parvenna::ui {
 
 class CreateDialog;
+class DrawingWindow;
 class EditorWindow;
 class ReportWindow;
 class SettingDialog;
@@ -26,7 +28,7 @@ class SettingDialog;
 // The main window: the menu bar of the shell's model, and the editor and the
 // drawing as windows inside it, the editor kept above the drawing while the
 // program is in front. It carries out what the shell asks of real windows.
-class MainWindow : public QMainWindow, public shell::ShellWindows {
+class MainWindow : public QMainWindow, public shell::ShellWindows, public drawing::ViewHost {
  public:
   // Message boxes go through `prompter` when one is given, else as QMessageBox.
   explicit MainWindow(const std::string& appDirectory, Prompter* prompter = nullptr);
@@ -51,13 +53,19 @@ class MainWindow : public QMainWindow, public shell::ShellWindows {
   void MinimizeMain() override;
   void CloseMain() override;
   void BringUpDrawing() override;
-  bool OpenDrawing() override;
+  void RefreshDrawing() override;
+  double AreaWidth() const override;
+  double AreaHeight() const override;
   void ShowRowMenu(int row) override;
   void ShowCreateDialog() override;
   void ShowSettingDialog() override;
   void ShowAbout(const std::string& credits) override;
   void ShowReport(const std::string& caption) override;
   void OpenUrl(const std::string& url) override;
+
+  // ---- drawing::ViewHost ----
+  void EditorChanged() override;
+  void PlaceWindows(const drawing::WindowRect& editor, const drawing::WindowRect& view) override;
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -85,6 +93,7 @@ class MainWindow : public QMainWindow, public shell::ShellWindows {
   std::unique_ptr<shell::Shell> shell_;
   QMdiArea* area_ = nullptr;
   EditorWindow* editor_ = nullptr;
+  DrawingWindow* drawing_ = nullptr;
   QMdiSubWindow* editorSub_ = nullptr;
   QMdiSubWindow* drawingSub_ = nullptr;
   // Made when first asked for.

@@ -38,10 +38,9 @@ class RecordingWindows : public ShellWindows {
   void MinimizeMain() override { ++mainMinimised; }
   void CloseMain() override { ++closeRequests; }
   void BringUpDrawing() override {}
-  bool OpenDrawing() override {
-    ++drawings;
-    return true;
-  }
+  void RefreshDrawing() override { ++drawings; }
+  double AreaWidth() const override { return 18000; }
+  double AreaHeight() const override { return 12000; }
   void ShowRowMenu(int) override {}
   void ShowCreateDialog() override { ++createShown; }
   void ShowSettingDialog() override { ++settingShown; }

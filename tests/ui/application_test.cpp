@@ -166,7 +166,9 @@ TEST_F(ApplicationTest, ASecondRunningCopyIsRefusedWithTheStoreWords) {
       void MinimizeMain() override {}
       void CloseMain() override {}
       void BringUpDrawing() override {}
-      bool OpenDrawing() override { return true; }
+      void RefreshDrawing() override {}
+      double AreaWidth() const override { return 18000; }
+      double AreaHeight() const override { return 12000; }
       void ShowRowMenu(int) override {}
       void ShowCreateDialog() override {}
       void ShowSettingDialog() override {}
