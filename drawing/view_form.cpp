@@ -137,7 +137,9 @@ void ViewForm::ApplySavedWindow(int view) {
                trx = state_.ViewTRX[v], try_ = state_.ViewTRY[v];
   const ViewState now = viewer.ReadWindow();
   if (Near(now.blx, blx) && Near(now.bly, bly) && Near(now.trx, trx) && Near(now.try_, try_)) return;
-  if (blx == 0 && bly == 0 && trx == 0 && try_ == 0) {
+  // A zoom of 0 means that no view was saved yet: a new project keeps the
+  // corners 0, 0, 1, 1 with it, and a view without a drawing stores all zero.
+  if (zoom == 0 || (blx == 0 && bly == 0 && trx == 0 && try_ == 0)) {
     viewer.ZoomAll();
     if (zoom > 0) viewer.SetZoomFactor(zoom);
   } else {

@@ -151,6 +151,21 @@ INSTANTIATE_TEST_SUITE_P(
       return std::string(p.param.file).substr(std::string(p.param.file).rfind('.') + 1);
     });
 
+TEST_F(ViewFormTest, ANewProjectsUnsavedViewsShowTheWholeDrawing) {
+  // A project as the create dialog makes it: zoom 0 with the corners 0, 0, 1, 1.
+  for (std::size_t v = 0; v < 2; ++v) {
+    state.ViewZoom[v] = 0;
+    state.ViewBLX[v] = state.ViewBLY[v] = 0;
+    state.ViewTRX[v] = state.ViewTRY[v] = 1;
+  }
+  ASSERT_TRUE(Open(Drawings + "generated/generated_plat_lot7.dxf"));
+  for (int v = 0; v < 2; ++v) {
+    const ViewState window = f().View(v).ReadWindow();
+    EXPECT_DOUBLE_EQ(window.zoomFactor, 1) << v;
+    EXPECT_GT(window.trx - window.blx, 1) << "not the one unit at the origin";
+  }
+}
+
 TEST_F(ViewFormTest, BadFilesGiveTheMessageLeaveTheViewsEmptyAndKeepTheProject) {
   TempDir scratch;
   parvenna::testing::WriteFile(scratch / "noise.dwg", std::string(4000, '\x5a'));
