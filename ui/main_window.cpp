@@ -79,10 +79,8 @@ MainWindow::MainWindow(const std::string& appDirectory, Prompter* prompter)
   editorSub_->setWindowTitle("Parvenna Editor");
 
   BuildMenus();
-  connect(area_, &QMdiArea::subWindowActivated, this, [this](QMdiSubWindow* active) {
-    // The drawing may take the keyboard, but never the place above the editor.
-    if (active == drawingSub_) editorSub_->raise();
-  });
+  // The drawing may take the keyboard, but never the place above the editor.
+  drawingSub_->installEventFilter(this);
   connect(qApp, &QApplication::applicationStateChanged, this, [this](Qt::ApplicationState s) {
     shell_->Activated(s == Qt::ApplicationActive);
   });
@@ -284,7 +282,17 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   event->accept();
 }
 
+void MainWindow::KeepEditorAbove() {
+  const QList<QMdiSubWindow*> stack = area_->subWindowList(QMdiArea::StackingOrder);
+  if (!stack.isEmpty() && stack.last() != editorSub_) editorSub_->raise();
+}
+
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+  // A click raises the drawing after its handlers ran: the editor goes back
+  // on top once the click is done.
+  if (watched == drawingSub_ && event->type() == QEvent::ZOrderChange) {
+    QMetaObject::invokeMethod(this, [this] { KeepEditorAbove(); }, Qt::QueuedConnection);
+  }
   // The editor back from being minimised places the values that wait for it.
   if (watched == editorSub_ && event->type() == QEvent::WindowStateChange &&
       !editorSub_->isMinimized() && !isMinimized()) {

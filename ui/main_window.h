@@ -83,6 +83,7 @@ class MainWindow : public QMainWindow, public shell::ShellWindows, public drawin
   void AddEntries(QMenu* menu, const std::vector<shell::MenuNode>& nodes);
   void RefreshMenus();
   void FillWithDrawing();
+  void KeepEditorAbove();
   // Runs a handler of the models; a failure nothing else caught gets the
   // program's unknown-error box, and the program goes on.
   void Run(const std::function<void()>& handler);
