@@ -268,16 +268,21 @@ bool EditorForm::UpdateParcel() {
     return db.OpenRecordset("select * FROM tblParcel where ParcelID = " + Id(ParcelID));
   };
   const int decimals = project.ErrDecimals;
-
-  if (cbxParcel.Text == txtParcel.Text) {
-    ResumeNext([&] { ParcelID = cbxParcel.ItemData.at(cbxParcel.ListIndex); });
+  // The parcel's record in edit, with its totals written.
+  auto editTotals = [&](double ratio) {
     Recordset rs;
     ResumeNext([&] { rs = select(); });
     ResumeNext([&] { rs.Edit(); });
     ResumeNext([&] { rs.Set("Area", Value(RoundHalfEven(parcel.Area, decimals))); });
     ResumeNext([&] { rs.Set("Closure", Value(RoundHalfEven(parcel.Closure, decimals))); });
     ResumeNext([&] { rs.Set("ClosureBearing", Value(parcel.ClosureBearing)); });
-    ResumeNext([&] { rs.Set("PrecisionRatio", Value(precision)); });
+    ResumeNext([&] { rs.Set("PrecisionRatio", Value(ratio)); });
+    return rs;
+  };
+
+  if (cbxParcel.Text == txtParcel.Text) {
+    ResumeNext([&] { ParcelID = cbxParcel.ItemData.at(cbxParcel.ListIndex); });
+    Recordset rs = editTotals(precision);
     ResumeNext([&] { rs.Update(); });
     ResumeNext([&] { rs.Close(); });
     deleteRows();
@@ -287,13 +292,8 @@ bool EditorForm::UpdateParcel() {
 
   // A new name: the same record takes it, so the key stays.
   const std::string padded = PaddedName(txtParcel.Text);
-  Recordset rs;
-  ResumeNext([&] { rs = select(); });
-  ResumeNext([&] { rs.Edit(); });
-  ResumeNext([&] { rs.Set("Area", Value(RoundHalfEven(parcel.Area, decimals))); });
-  ResumeNext([&] { rs.Set("Closure", Value(RoundHalfEven(parcel.Closure, decimals))); });
-  ResumeNext([&] { rs.Set("ClosureBearing", Value(parcel.ClosureBearing)); });
-  ResumeNext([&] { rs.Set("PrecisionRatio", Value(RoundHalfEven(precision, 6))); });
+  // The ratio is rounded to 6 places here, and only here.
+  Recordset rs = editTotals(RoundHalfEven(precision, 6));
   ResumeNext([&] { rs.Set("Parcel", Value(padded)); });
   try {
     rs.Update();

@@ -56,4 +56,29 @@ class ProjectWindows {
   virtual void CalculateAndDraw() = 0;
 };
 
+// A project read without any window around it (the command-line tool): every
+// request is answered with nothing.
+class NoProjectWindows : public ProjectWindows {
+ public:
+  std::optional<std::string> ShowOpen(const FileDialogRequest&) override { return {}; }
+  bool SaveEnabled() const override { return false; }
+  void SetEditorTopmost(bool) override {}
+  void SetCaptions(const std::string&, const std::string&) override {}
+  void ShowForeColourMenu(int) override {}
+  void ShowBackColourMenu() override {}
+  void EnableEditorFrames(bool) override {}
+  void ShowDrawingPath(const std::string&) override {}
+  void SetCurrentCadEnabled(bool) override {}
+  bool OpenDrawing() override { return true; }
+  void SettingsLoaded() override {}
+  void ShowParcels() override {}
+  void ClearEditingFlag() override {}
+  void ShowOpenedProject() override {}
+  void ShowEditor() override {}
+  void ShowNewParcelState() override {}
+  void RefreshParcelList() override {}
+  void LayoutArcFields() override {}
+  void CalculateAndDraw() override {}
+};
+
 }  // namespace parvenna::store

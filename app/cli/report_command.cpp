@@ -88,29 +88,6 @@ class StreamPrompter : public Prompter {
   std::ostream& err_;
 };
 
-// The opening of a project without windows around it.
-class NoProjectWindows : public store::ProjectWindows {
- public:
-  std::optional<std::string> ShowOpen(const store::FileDialogRequest&) override { return {}; }
-  bool SaveEnabled() const override { return false; }
-  void SetEditorTopmost(bool) override {}
-  void SetCaptions(const std::string&, const std::string&) override {}
-  void ShowForeColourMenu(int) override {}
-  void ShowBackColourMenu() override {}
-  void EnableEditorFrames(bool) override {}
-  void ShowDrawingPath(const std::string&) override {}
-  void SetCurrentCadEnabled(bool) override {}
-  bool OpenDrawing() override { return true; }
-  void SettingsLoaded() override {}
-  void ShowParcels() override {}
-  void ClearEditingFlag() override {}
-  void ShowOpenedProject() override {}
-  void ShowEditor() override {}
-  void ShowNewParcelState() override {}
-  void RefreshParcelList() override {}
-  void LayoutArcFields() override {}
-  void CalculateAndDraw() override {}
-};
 
 class NoEditorHost : public editor::EditorHost {
  public:
@@ -182,7 +159,7 @@ int Run(const ReportOptions& o, std::ostream& out, std::ostream& err,
   if (!store::CheckProjectFile(state, prompter)) return 1;
   store::SystemStore systemStore(state.AppDirectory);
   store::RecentMenu menu;
-  NoProjectWindows projectWindows;
+  store::NoProjectWindows projectWindows;
   store::ProjectOpener(state, prompter, systemStore, menu, projectWindows).LoadProjectSettings();
 
   ScriptWindows windows;
