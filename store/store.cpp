@@ -122,7 +122,7 @@ Value Column(sqlite3_stmt* statement, int column) {
 // A value as the field's type gives it back. What a file written elsewhere
 // holds in a field of ours is taken as well as it can be: a Boolean kept as
 // 1, -1 or 'true', a number kept as text.
-Value FromStorage(const FieldInfo& field, const Value& raw) {
+Value FromStorage(const FieldInfo& field, Value raw) {
   if (raw.IsNull()) return raw;
   try {
     switch (field.Type) {
@@ -136,6 +136,7 @@ Value FromStorage(const FieldInfo& field, const Value& raw) {
         return Value(raw.AsDouble());
       case FieldType::Text:
       case FieldType::DateTime:
+        if (raw.IsText()) return raw;
         return Value(raw.AsText());
       case FieldType::Any:
         return raw;
@@ -498,6 +499,47 @@ bool Database::IsIntact() const {
   }
 }
 
+std::vector<FieldInfo> Database::TableFieldsOf(std::string_view source,
+                                              std::string_view table) const {
+  if (table.empty()) return {};
+  try {
+    return Fields(table);
+  } catch (const StoreError&) {
+    // A query's FROM may name what is no table of the file (a subquery, a
+    // view); its columns are then of no known type. A table name must exist.
+    if (!IsSelect(source)) throw;
+    return {};
+  }
+}
+
+namespace {
+
+// The fields of a statement's columns from `first` on, typed as the table
+// declares them. A column the table does not have (a computed one) is of no
+// known type, and `allKnown` is then false.
+std::vector<FieldInfo> ColumnFields(sqlite3_stmt* statement, int first,
+                                    const std::vector<FieldInfo>& tableFields, bool& allKnown) {
+  std::vector<FieldInfo> fields;
+  allKnown = true;
+  const int columns = sqlite3_column_count(statement);
+  for (int c = first; c < columns; ++c) {
+    std::string name = sqlite3_column_name(statement, c);
+    auto known = std::find_if(tableFields.begin(), tableFields.end(),
+                              [&](const FieldInfo& f) { return SameName(f.Name, name); });
+    if (known != tableFields.end()) {
+      FieldInfo field = *known;
+      field.Name = name;
+      fields.push_back(field);
+    } else {
+      fields.push_back(FieldInfo{name, FieldType::Any, 0, false});
+      allKnown = false;
+    }
+  }
+  return fields;
+}
+
+}  // namespace
+
 Recordset Database::OpenRecordset(std::string_view source) {
   Connection& connection = Live();
   auto state = std::make_unique<Recordset::State>();
@@ -528,32 +570,15 @@ Recordset Database::OpenRecordset(std::string_view source) {
   }
 
   Statement statement = Prepare(connection.db, sql);
-  int offset = updatable ? 1 : 0;
-  int columns = sqlite3_column_count(statement.get());
-  std::vector<FieldInfo> tableFields;
-  if (!table.empty()) {
-    try {
-      tableFields = Fields(table);
-    } catch (const StoreError&) {
-      if (!IsSelect(source)) throw;
-    }
-  }
-  for (int c = offset; c < columns; ++c) {
-    std::string name = sqlite3_column_name(statement.get(), c);
-    auto known = std::find_if(tableFields.begin(), tableFields.end(),
-                              [&](const FieldInfo& f) { return SameName(f.Name, name); });
-    if (known != tableFields.end()) {
-      FieldInfo field = *known;
-      field.Name = name;
-      state->fields.push_back(field);
-    } else {
-      state->fields.push_back(FieldInfo{name, FieldType::Any, 0, false});
-      updatable = false;  // a computed column cannot be written back
-    }
-  }
+  const int offset = updatable ? 1 : 0;
+  const int columns = sqlite3_column_count(statement.get());
+  bool allKnown = true;
+  state->fields = ColumnFields(statement.get(), offset, TableFieldsOf(source, table), allKnown);
+  updatable = updatable && allKnown;  // a computed column cannot be written back
   while (Step(connection.db, statement.get())) {
     Recordset::State::Row row;
     if (offset == 1) row.key = sqlite3_column_int64(statement.get(), 0);
+    row.values.reserve(state->fields.size());
     for (int c = offset; c < columns; ++c) {
       row.values.push_back(FromStorage(state->fields[static_cast<std::size_t>(c - offset)],
                                        Column(statement.get(), c)));
@@ -841,6 +866,91 @@ void Recordset::Set(int position, const Value& value) {
   auto index = static_cast<std::size_t>(position);
   s.buffer[index] = CoerceTo(field.Type, field.Size, value, field.Name);
   s.dirty[index] = true;
+}
+
+// ----------------------------------------------------------- ForwardCursor
+
+struct ForwardCursor::State {
+  std::shared_ptr<Database::Connection> connection;
+  Statement statement;
+  std::vector<FieldInfo> fields;
+  bool onRow = false;
+
+  // Steps onto the next row. A statement that has run to its end no longer
+  // reads the file: SQLite ends its read by itself.
+  void Step() { onRow = store::Step(connection->db, statement.get()); }
+};
+
+ForwardCursor Database::OpenForwardCursor(std::string_view source) {
+  Connection& connection = Live();
+  auto state = std::make_unique<ForwardCursor::State>();
+  state->connection = connection_;
+  std::string table;
+  std::string sql;
+  if (IsSelect(source)) {
+    table = ShapeOf(source).table;
+    sql = std::string(source);
+  } else {
+    table = Unquote(std::string(source));
+    sql = "SELECT * FROM " + QuoteName(table) + " ORDER BY rowid";
+  }
+  state->statement = Prepare(connection.db, sql);
+  bool allKnown = true;
+  state->fields = ColumnFields(state->statement.get(), 0, TableFieldsOf(source, table), allKnown);
+  state->Step();
+  return ForwardCursor(std::move(state));
+}
+
+ForwardCursor::ForwardCursor() = default;
+ForwardCursor::ForwardCursor(std::unique_ptr<State> state) : state_(std::move(state)) {}
+ForwardCursor::ForwardCursor(ForwardCursor&&) noexcept = default;
+ForwardCursor& ForwardCursor::operator=(ForwardCursor&&) noexcept = default;
+ForwardCursor::~ForwardCursor() = default;
+
+void ForwardCursor::Close() { state_.reset(); }
+
+static ForwardCursor::State& Open(const std::unique_ptr<ForwardCursor::State>& state) {
+  if (!state) throw StoreError(errors::SyntaxError, "Object invalid or no longer set.");
+  return *state;
+}
+
+bool ForwardCursor::Eof() const { return !Open(state_).onRow; }
+
+void ForwardCursor::MoveNext() {
+  State& s = Open(state_);
+  if (!s.onRow) NoCurrent();
+  s.Step();
+}
+
+int ForwardCursor::FieldCount() const { return static_cast<int>(Open(state_).fields.size()); }
+
+const FieldInfo& ForwardCursor::Field(int position) const {
+  const State& s = Open(state_);
+  if (position < 0 || position >= static_cast<int>(s.fields.size())) {
+    NoField(std::to_string(position));
+  }
+  return s.fields[static_cast<std::size_t>(position)];
+}
+
+bool ForwardCursor::HasField(std::string_view name) const {
+  const State& s = Open(state_);
+  return std::any_of(s.fields.begin(), s.fields.end(),
+                     [&](const FieldInfo& f) { return SameName(f.Name, name); });
+}
+
+Value ForwardCursor::Get(std::string_view name) const {
+  const State& s = Open(state_);
+  for (std::size_t i = 0; i < s.fields.size(); ++i) {
+    if (SameName(s.fields[i].Name, name)) return Get(static_cast<int>(i));
+  }
+  NoField(name);
+}
+
+Value ForwardCursor::Get(int position) const {
+  const State& s = Open(state_);
+  const FieldInfo& field = Field(position);
+  if (!s.onRow) NoCurrent();
+  return FromStorage(field, Column(s.statement.get(), position));
 }
 
 }  // namespace parvenna::store

@@ -10,8 +10,8 @@
 #include "platform/run_error.h"
 #include "store/value.h"
 
-// The relational file store: databases, dynaset recordsets, table and index
-// creation, over SQLite. No SQLite type shows here; store.cpp alone speaks to
+// The relational file store: databases, dynaset recordsets, forward-only
+// cursors, table and index creation, over SQLite. No SQLite type shows here; store.cpp alone speaks to
 // it. Failures are StoreErrors that carry the number the program's handlers
 // test for (3022 a duplicate, 3356 an exclusive open refused, 3265 a field
 // that does not exist, ...).
@@ -88,6 +88,7 @@ enum class OpenMode {
 };
 
 class Recordset;
+class ForwardCursor;
 
 class Database {
  public:
@@ -114,6 +115,9 @@ class Database {
   // A dynaset over a table name or a SELECT. Rows of one base table can be
   // edited, added and deleted; DISTINCT and joined queries are read-only.
   Recordset OpenRecordset(std::string_view source);
+  // A read-only pass over the same rows, front to back, for readers that
+  // neither edit nor move back. Fields and values read as the dynaset's do.
+  ForwardCursor OpenForwardCursor(std::string_view source);
 
   void Append(const TableDef& table);
   void Append(const IndexDef& index);
@@ -130,6 +134,7 @@ class Database {
  private:
   explicit Database(std::shared_ptr<Connection> connection);
   Connection& Live() const;
+  std::vector<FieldInfo> TableFieldsOf(std::string_view source, std::string_view table) const;
   std::shared_ptr<Connection> connection_;
 };
 
@@ -183,6 +188,38 @@ class Recordset {
   friend class Database;
   explicit Recordset(std::unique_ptr<State> state);
   int PositionOf(std::string_view name) const;
+  std::unique_ptr<State> state_;
+};
+
+// A forward-only, read-only cursor: each row is read from the file when the
+// cursor steps onto it, and none is kept once it has moved on. It holds a
+// read of the file from its opening until it passes the last row or closes.
+class ForwardCursor {
+ public:
+  ForwardCursor();
+  ForwardCursor(ForwardCursor&&) noexcept;
+  ForwardCursor& operator=(ForwardCursor&&) noexcept;
+  ~ForwardCursor();
+
+  bool Eof() const;
+  void MoveNext();  // 3021 at EOF
+
+  int FieldCount() const;
+  const FieldInfo& Field(int position) const;
+  bool HasField(std::string_view name) const;
+
+  // The current row's field by name without regard to case, or by position
+  // from 0; 3265 for a field that does not exist, 3021 at EOF.
+  Value Get(std::string_view name) const;
+  Value Get(int position) const;
+
+  void Close();
+
+  struct State;
+
+ private:
+  friend class Database;
+  explicit ForwardCursor(std::unique_ptr<State> state);
   std::unique_ptr<State> state_;
 };
 
