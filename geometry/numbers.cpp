@@ -1,5 +1,6 @@
 #include "geometry/numbers.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstring>
@@ -8,6 +9,10 @@ namespace parvenna {
 namespace {
 
 constexpr int kSignificant = 15;
+
+// The powers of ten that a double holds exactly.
+constexpr double kPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                              1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
 // The 15 significant digits of x (no sign) and the decimal exponent of the
 // first one: x = 0.d1d2...d15 * 10^(exponent + 1).
@@ -78,9 +83,6 @@ double RoundHalfEven(double x, int n) {
   // The common case, far from a tie: binary rounding agrees with decimal
   // rounding, and the division by an exact power of ten is correctly rounded.
   if (n <= 22) {
-    static constexpr double kPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                         1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                         1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
     const double scaled = std::fabs(x) * kPowers[n];
     if (scaled < 1e12) {
       const double whole = std::floor(scaled);
@@ -168,6 +170,13 @@ double TextToDouble(std::string_view text) {
 }
 
 double ReadNumber(std::string_view text) {
+  // Digits alone, as the fields of an angle hold them, are a whole number
+  // that a double holds exactly up to 15 of them.
+  if (text.size() <= 15 && std::all_of(text.begin(), text.end(), IsDigit)) {
+    std::int64_t whole = 0;
+    for (char c : text) whole = whole * 10 + (c - '0');
+    return static_cast<double>(whole);
+  }
   // The "0" put in front makes the empty text 0 and refuses a sign.
   std::string prefixed = "0";
   prefixed += text;
@@ -239,19 +248,43 @@ std::string PlainNumber(double x) {
 }
 
 std::string FormatFixed(double x, int decimals) {
+  std::string text;
+  AppendFixed(text, x, decimals);
+  return text;
+}
+
+void AppendFixed(std::string& out, double x, int decimals) {
   const double rounded = RoundHalfEven(x, decimals);
-  // Room for the sign, the 309 digits of the largest double, the point and
-  // the decimals asked for.
+  const double magnitude = std::fabs(rounded);
+  if (rounded < 0) out += '-';
+  // Below 10^13 in units of the last decimal, the rounded value is the double
+  // nearest to a whole number k of those units, and one multiplication gives
+  // k back exactly: the digits are k's.
+  if (decimals <= 13 && magnitude * kPowers[decimals] < 1e13) {
+    const auto units = static_cast<std::uint64_t>(std::llround(magnitude * kPowers[decimals]));
+    const auto scale = static_cast<std::uint64_t>(kPowers[decimals]);
+    char digits[24];
+    const auto digitsOf = [&](std::uint64_t n) {
+      return std::string_view(digits, std::to_chars(digits, digits + sizeof digits, n).ptr);
+    };
+    // No leading zero before the point, and a point even when no decimals follow.
+    if (const std::uint64_t whole = units / scale; whole != 0) out += digitsOf(whole);
+    out += '.';
+    if (decimals > 0) {
+      const std::string_view fraction = digitsOf(units % scale);
+      out.append(static_cast<std::size_t>(decimals) - fraction.size(), '0');
+      out += fraction;
+    }
+    return;
+  }
+  // Room for the 309 digits of the largest double, the point and the decimals.
   std::string text(static_cast<std::size_t>(decimals) + 320, '\0');
-  auto result = std::to_chars(text.data(), text.data() + text.size(), rounded,
+  auto result = std::to_chars(text.data(), text.data() + text.size(), magnitude,
                               std::chars_format::fixed, decimals);
   text.resize(static_cast<std::size_t>(result.ptr - text.data()));
-  // No leading zero before the point, and a point even when no decimals follow.
-  const bool negative = !text.empty() && text[0] == '-';
-  std::string body = negative ? text.substr(1) : text;
-  if (body.rfind("0", 0) == 0 && (body.size() == 1 || body[1] == '.')) body.erase(0, 1);
-  if (decimals == 0) body += '.';
-  return negative ? "-" + body : body;
+  if (text.rfind("0", 0) == 0 && (text.size() == 1 || text[1] == '.')) text.erase(0, 1);
+  if (decimals == 0) text += '.';
+  out += text;
 }
 
 double Divide(double numerator, double denominator) {

@@ -50,6 +50,9 @@ std::string PlainNumber(double x);
 // grouping, exactly n decimals (rounded half even as written), a trailing
 // point when n is 0.
 std::string FormatFixed(double x, int decimals);
+// The same text added to the end of `out`, which keeps its former text when
+// the rounding fails.
+void AppendFixed(std::string& out, double x, int decimals);
 
 // Checked arithmetic: the failures that a division, a root or an overflow
 // must raise.

@@ -29,28 +29,29 @@ ReportSettings ReportSettings::Of(const store::ProjectState& project) {
   return s;
 }
 
+namespace {
+
+template <class T>
+void Assign(T& field, const std::optional<T>& stored) {
+  if (stored) field = *stored;
+}
+
+}  // namespace
+
 int ReadCourses(std::span<const MeasurementRow* const> stored, ReportWork& work) {
   int count = 0;
   for (const MeasurementRow* row : stored) {
-    const auto& v = row->values;
-    // A Null fails its assignment like any other bad value; it is tested
-    // first only because a line's three empty curve columns would otherwise
-    // raise three errors a row.
-    if (!v[0].IsNull()) ResumeNext([&] { work.index = v[0].AsInteger(); });
+    if (row->RowNo) work.index = *row->RowNo;
     const int i = work.index;
-    const bool inTable = i >= 0 && static_cast<std::size_t>(i) < work.rows.size();
-    if (inTable) {
+    if (i >= 0 && static_cast<std::size_t>(i) < work.rows.size()) {
       ReportCourse& r = work.rows[static_cast<std::size_t>(i)];
-      auto fill = [&](const store::Value& value, auto&& assign) {
-        if (!value.IsNull()) ResumeNext([&] { assign(value); });
-      };
-      fill(v[0], [&](const store::Value& x) { r.RowNo = x.AsInteger(); });
-      fill(v[1], [&](const store::Value& x) { r.RowType = x.AsInteger(); });
-      fill(v[2], [&](const store::Value& x) { r.Length = x.AsDouble(); });
-      fill(v[3], [&](const store::Value& x) { r.Direction = x.AsText(); });
-      fill(v[4], [&](const store::Value& x) { r.Arc = x.AsDouble(); });
-      fill(v[5], [&](const store::Value& x) { r.Radius = x.AsDouble(); });
-      fill(v[6], [&](const store::Value& x) { r.Plus = x.AsInteger(); });
+      Assign(r.RowNo, row->RowNo);
+      Assign(r.RowType, row->RowType);
+      Assign(r.Length, row->Length);
+      Assign(r.Direction, row->Direction);
+      Assign(r.Arc, row->Arc);
+      Assign(r.Radius, row->Radius);
+      Assign(r.Plus, row->Plus);
     }
     ++count;
   }

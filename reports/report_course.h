@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -47,9 +48,18 @@ struct ReportSettings {
   static ReportSettings Of(const store::ProjectState& project);
 };
 
-// The values of one stored row, in the order of the record's fields.
+// One stored row, each field as the record's field takes it: a field that is
+// Null, or that does not read as the record's type (a text that is no
+// number, a number too wide), is empty and leaves the record's former value.
 struct MeasurementRow {
-  std::array<store::Value, 7> values;  // RowNo, RowType, Length, Direction, Arc, Radius, Plus
+  std::optional<std::int16_t> RowNo;
+  std::optional<std::int16_t> RowType;
+  std::optional<double> Length;
+  std::optional<std::string> Direction;
+  std::optional<double> Arc;
+  std::optional<double> Radius;
+  std::optional<std::int16_t> Plus;
+  double order = 0;  // RowNo as the query orders it: a Null first, a text that is no number last
 };
 
 // What the builders keep from parcel to parcel and from report to report:
@@ -64,7 +74,8 @@ struct ReportWork {
 
 // Reads a parcel's rows into the table, each field its own statement: a
 // field that fails to read (a Null, a number too wide) keeps the record's
-// former value, and a RowNo of 50 or more, or below 0, fills nothing. Every
+// former value, and a RowNo of 50 or more, or below 0, fills nothing; a RowNo
+// that fails leaves the row in the record the row before it filled. Every
 // row counts. Returns the count.
 int ReadCourses(std::span<const MeasurementRow* const> stored, ReportWork& work);
 

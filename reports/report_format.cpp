@@ -11,26 +11,26 @@ std::string ReportNumberFormat(int decimals) {
 }
 
 std::string FormatReportNumber(double value, int decimals) {
+  std::string text;
+  AppendReportNumber(text, value, decimals);
+  return text;
+}
+
+void AppendReportNumber(std::string& out, double value, int decimals) {
   // FormatFixed gives "##########." with the decimals; the picture adds the
-  // grouping and the 0 before the point.
-  std::string fixed = FormatFixed(value, decimals);
-  std::string sign;
-  if (!fixed.empty() && fixed[0] == '-') {
-    sign = "-";
-    fixed.erase(0, 1);
+  // 0 before the point and the grouping.
+  const std::size_t start = out.size();
+  AppendFixed(out, value, decimals);
+  const std::size_t first = out[start] == '-' ? start + 1 : start;
+  const std::size_t point = out.find('.', first);
+  if (point == first) {
+    out.insert(first, 1, '0');
+    return;
   }
-  const std::size_t point = fixed.find('.');
-  std::string whole = fixed.substr(0, point);
-  const std::string rest = point == std::string::npos ? "" : fixed.substr(point);
-  if (whole.empty()) whole = "0";
-  std::string grouped;
-  grouped.reserve(whole.size() + whole.size() / 3);
-  const std::size_t lead = whole.size() % 3;
-  for (std::size_t i = 0; i < whole.size(); ++i) {
-    if (i != 0 && i % 3 == lead) grouped += ',';
-    grouped += whole[i];
+  for (std::size_t comma = point; comma > first + 3;) {
+    comma -= 3;
+    out.insert(comma, 1, ',');
   }
-  return sign + grouped + rest;
 }
 
 std::string FormatReportText(std::string_view text, int decimals) {
@@ -44,14 +44,19 @@ std::string FormatReportText(std::string_view text, int decimals) {
 }
 
 std::string PadLeft(std::string_view text, int width) {
+  std::string out;
+  AppendPadded(out, text, width);
+  return out;
+}
+
+void AppendPadded(std::string& out, std::string_view text, int width) {
   const long count = width - static_cast<long>(store::CharacterCount(text));
   if (count < 0) {
     throw RunError(ErrorNumber::InvalidCall,
                    "\"" + std::string(text) + "\" is wider than " + std::to_string(width));
   }
-  std::string out(static_cast<std::size_t>(count), ' ');
+  out.append(static_cast<std::size_t>(count), ' ');
   out += text;
-  return out;
 }
 
 std::string LeftChars(std::string_view text, std::size_t count) {

@@ -14,6 +14,8 @@ std::string ReportNumberFormat(int decimals);
 // exactly `decimals` decimals rounded half even as written. An infinite
 // number is an overflow.
 std::string FormatReportNumber(double value, int decimals);
+// The same text added to the end of `out`; nothing is added when it fails.
+void AppendReportNumber(std::string& out, double value, int decimals);
 
 // A text through the picture: a text that reads as a number is formatted,
 // anything else (an empty field, "N/A", a direction) comes out as it stands.
@@ -23,6 +25,8 @@ std::string FormatReportText(std::string_view text, int decimals);
 // characters, not bytes. A text wider than its column is an invalid call: in
 // the reports that drops the line it stands in.
 std::string PadLeft(std::string_view text, int width);
+// The same, added to the end of `out`; nothing is added when it fails.
+void AppendPadded(std::string& out, std::string_view text, int width);
 
 // The first `count` characters of a text.
 std::string LeftChars(std::string_view text, std::size_t count);

@@ -14,9 +14,9 @@ bool SameName(std::string_view a, std::string_view b) {
 constexpr const char* kColumns[] = {"RowNo", "RowType", "Length", "Direction",
                                     "Arc",   "Radius",  "Plus"};
 
-// Positions of the record's columns in a recordset of tblMeasurements; -1
+// Positions of the record's columns in a cursor over tblMeasurements; -1
 // for a column the file lacks, which then reads as Null.
-std::array<int, 7> ColumnPositions(const store::Recordset& rs) {
+std::array<int, 7> ColumnPositions(const store::ForwardCursor& rs) {
   std::array<int, 7> positions{};
   for (std::size_t c = 0; c < positions.size(); ++c) {
     positions[c] = -1;
@@ -27,11 +27,45 @@ std::array<int, 7> ColumnPositions(const store::Recordset& rs) {
   return positions;
 }
 
-MeasurementRow RowOf(const store::Recordset& rs, const std::array<int, 7>& positions) {
-  MeasurementRow row;
-  for (std::size_t c = 0; c < positions.size(); ++c) {
-    if (positions[c] >= 0) row.values[c] = rs.Get(positions[c]);
+// A field read as the record takes it; empty when it is Null or fails to
+// read. The Null is tested first only because a line's three empty curve
+// columns would otherwise raise three errors a row.
+template <class Read>
+auto FieldOf(const store::Value& value, Read read) -> std::optional<decltype(read(value))> {
+  if (value.IsNull()) return std::nullopt;
+  try {
+    return read(value);
+  } catch (const RunError&) {
+    return std::nullopt;
   }
+}
+
+// The sort key of RowNo as the query orders it: a Null before every number.
+double RowNoKey(const store::Value& rowNo) {
+  if (rowNo.IsNull()) return -1e300;
+  try {
+    return rowNo.AsDouble();
+  } catch (const RunError&) {
+    return 1e300;  // a text after every number
+  }
+}
+
+MeasurementRow RowOf(const store::ForwardCursor& rs, const std::array<int, 7>& positions) {
+  const auto value = [&](std::size_t c) {
+    return positions[c] >= 0 ? rs.Get(positions[c]) : store::Value();
+  };
+  const auto integer = [](const store::Value& v) { return v.AsInteger(); };
+  const auto number = [](const store::Value& v) { return v.AsDouble(); };
+  MeasurementRow row;
+  const store::Value rowNo = value(0);
+  row.RowNo = FieldOf(rowNo, integer);
+  row.order = RowNoKey(rowNo);
+  row.RowType = FieldOf(value(1), integer);
+  row.Length = FieldOf(value(2), number);
+  row.Direction = FieldOf(value(3), [](const store::Value& v) { return v.AsText(); });
+  row.Arc = FieldOf(value(4), number);
+  row.Radius = FieldOf(value(5), number);
+  row.Plus = FieldOf(value(6), integer);
   return row;
 }
 
@@ -48,7 +82,7 @@ bool IdOf(const store::Value& value, long& id) {
 }  // namespace
 
 std::vector<ParcelEntry> ReadParcels(store::Database& db) {
-  store::Recordset rs = db.OpenRecordset("select * FROM tblParcel  ORDER BY Parcel");
+  store::ForwardCursor rs = db.OpenForwardCursor("select * FROM tblParcel  ORDER BY Parcel");
   std::vector<ParcelEntry> parcels;
   for (; !rs.Eof(); rs.MoveNext()) {
     ParcelEntry entry;
@@ -63,13 +97,12 @@ std::vector<ParcelEntry> ReadParcels(store::Database& db) {
 
 MeasurementSource MeasurementSource::All(store::Database& db) {
   MeasurementSource source(nullptr);
-  store::Recordset rs = db.OpenRecordset("select * FROM tblMeasurements");
+  store::ForwardCursor rs = db.OpenForwardCursor("select * FROM tblMeasurements");
   const auto positions = ColumnPositions(rs);
   int idPosition = -1;
   for (int f = 0; f < rs.FieldCount(); ++f) {
     if (SameName(rs.Field(f).Name, "ParcelID")) idPosition = f;
   }
-  source.rows_.reserve(static_cast<std::size_t>(rs.RecordCount()));
   for (; !rs.Eof(); rs.MoveNext()) {
     long id = 0;
     if (idPosition < 0 || !IdOf(rs.Get(idPosition), id)) continue;
@@ -84,27 +117,12 @@ MeasurementSource MeasurementSource::PerParcel(store::Database& db) {
   return MeasurementSource(&db);
 }
 
-namespace {
-
-// The sort key of RowNo as the query orders it: a Null before every number.
-double RowNoKey(const MeasurementRow& row) {
-  const store::Value& rowNo = row.values[0];
-  if (rowNo.IsNull()) return -1e300;
-  try {
-    return rowNo.AsDouble();
-  } catch (const RunError&) {
-    return 1e300;  // a text after every number
-  }
-}
-
-}  // namespace
-
 std::span<const MeasurementRow* const> MeasurementSource::RowsOf(const store::Value& parcelId) {
   current_.clear();
   long id = 0;
   if (!IdOf(parcelId, id)) return current_;
   if (db_ != nullptr && byParcel_.find(id) == byParcel_.end()) {
-    store::Recordset rs = db_->OpenRecordset(
+    store::ForwardCursor rs = db_->OpenForwardCursor(
         "select * FROM tblMeasurements  where ParcelID = " + std::to_string(id) +
         " ORDER BY RowNo");
     const auto positions = ColumnPositions(rs);
@@ -121,7 +139,7 @@ std::span<const MeasurementRow* const> MeasurementSource::RowsOf(const store::Va
   // Rows kept in the order of the file, sorted by RowNo when they are not
   // already, keeping the file's order among equal numbers.
   const auto byRowNo = [](const MeasurementRow* a, const MeasurementRow* b) {
-    return RowNoKey(*a) < RowNoKey(*b);
+    return a->order < b->order;
   };
   if (!std::is_sorted(current_.begin(), current_.end(), byRowNo)) {
     std::stable_sort(current_.begin(), current_.end(), byRowNo);

@@ -16,6 +16,27 @@ using namespace messages;
 
 const std::string kBlanks25(25, ' ');
 
+template <class... Parts>
+void Append(std::string& out, const Parts&... parts) {
+  ((out += parts), ...);
+}
+
+// The last number put through the report's picture: one buffer, reused
+// from number to number.
+class Figure {
+ public:
+  explicit Figure(int decimals) : decimals_(decimals) {}
+  const std::string& operator()(double value) {
+    text_.clear();
+    AppendReportNumber(text_, value, decimals_);
+    return text_;
+  }
+
+ private:
+  int decimals_;
+  std::string text_;
+};
+
 // The misclosure point: where the walk ends.
 const Point& EndPoint(const ReportWork& work, int count) {
   if (count < 0 || count > CourseLimit) {
@@ -86,59 +107,73 @@ void LotBody(const ReportSettings& settings, ReportWork& work, ReportStreams& ou
   std::string& text = out.text;
   std::string& csv = out.csv;
 
-  text += DrawingLine + settings.DrawingFile + CrLf + CrLf;
-  text += LotLine + name + CrLf + CrLf;
-  text += StartLine + std::string(CrLf);
-  text += LegHead + label + LengthHead + unit + ArcHead + CrLf;
-  text += RuleLine + std::string(CrLf);
-  csv += "\"" + settings.DrawingFile + "\"" + CrLf;
-  csv += CsvHeadStart + label + CsvHeadLength + unit + CsvHeadEnd + CrLf;
+  Append(text, DrawingLine, settings.DrawingFile, CrLf, CrLf);
+  Append(text, LotLine, name, CrLf, CrLf);
+  Append(text, StartLine, CrLf);
+  Append(text, LegHead, label, LengthHead, unit, ArcHead, CrLf);
+  Append(text, RuleLine, CrLf);
+  Append(csv, "\"", settings.DrawingFile, "\"", CrLf);
+  Append(csv, CsvHeadStart, label, CsvHeadLength, unit, CsvHeadEnd, CrLf);
 
+  // Each line is put together apart and added whole, so that a statement
+  // that fails adds nothing.
+  std::string line;
+  Figure figure(d);
   for (int i = 0; i < count; ++i) {
     ResumeNext([&] {
       if (i >= CourseLimit) throw RunError(ErrorNumber::SubscriptOutOfRange, "Subscript out of range");
       const ReportCourse& row = work.rows[static_cast<std::size_t>(i)];
       const std::string n = std::to_string(row.RowNo + 1);
-      const std::string quotedName = "\"" + name + "\",\"" + n + "\",";
+      const auto startCsvRow = [&] {
+        line.clear();
+        Append(line, "\"", name, "\",\"", n, "\", ", row.Direction);
+      };
       if (row.IsLine()) {
         ResumeNext([&] {
-          text += PadLeft(n, 4) + PadLeft(row.Direction, 12) +
-                  PadLeft(FormatReportNumber(row.Length, d), 12) + CrLf;
+          line.clear();
+          AppendPadded(line, n, 4);
+          AppendPadded(line, row.Direction, 12);
+          AppendPadded(line, figure(row.Length), 12);
+          Append(text, line, CrLf);
         });
         ResumeNext([&] {
-          csv += quotedName + " " + row.Direction + ", " + FormatReportNumber(row.Length, d) + CrLf;
+          startCsvRow();
+          Append(line, ", ", figure(row.Length), CrLf);
+          csv += line;
         });
       } else {
         // The sign completes the line in a write of its own, so it is
         // written even when the figures before it were too wide.
         ResumeNext([&] {
-          text += PadLeft(n, 4) + PadLeft(row.Direction, 12) +
-                  PadLeft(FormatReportNumber(row.Length, d), 12) +
-                  PadLeft(FormatReportNumber(row.Arc, d), 12) +
-                  PadLeft(FormatReportNumber(row.Radius, d), 12);
+          line.clear();
+          AppendPadded(line, n, 4);
+          AppendPadded(line, row.Direction, 12);
+          AppendPadded(line, figure(row.Length), 12);
+          AppendPadded(line, figure(row.Arc), 12);
+          AppendPadded(line, figure(row.Radius), 12);
+          text += line;
         });
-        text += row.Plus == 0 ? "   +" : "   -";
-        text += CrLf;
+        Append(text, row.Plus == 0 ? "   +" : "   -", CrLf);
         ResumeNext([&] {
-          csv += quotedName + " " + row.Direction + ",\"" + FormatReportNumber(row.Length, d) +
-                 "\",\"" + FormatReportNumber(row.Arc, d) + "\",\"" +
-                 FormatReportNumber(row.Radius, d) + "\",\"";
+          startCsvRow();
+          Append(line, ",\"", figure(row.Length), "\",\"");
+          Append(line, figure(row.Arc), "\",\"");
+          Append(line, figure(row.Radius), "\",\"");
+          csv += line;
         });
-        csv += row.Plus == 0 ? "+\"" : "-\"";
-        csv += CrLf;
+        Append(csv, row.Plus == 0 ? "+\"" : "-\"", CrLf);
       }
     });
   }
 
   text += CrLf;
-  text += TotalLine + PlainNumber(total) + CrLf;
-  text += DirectionLine + closureBearing + CrLf;
-  ResumeNext([&] { text += DistanceLine + PlainNumber(closure) + CrLf; });
-  text += ErrorLine + precision + CrLf;
+  Append(text, TotalLine, PlainNumber(total), CrLf);
+  Append(text, DirectionLine, closureBearing, CrLf);
+  ResumeNext([&] { Append(text, DistanceLine, PlainNumber(closure), CrLf); });
+  Append(text, ErrorLine, precision, CrLf);
   std::string areaText;
   ResumeNext([&] { areaText = AreaText(area, settings); });
-  text += AreaLine + areaText;
-  text += "\r\n\r\n\r\n\r\n\r\n\r\n";
+  Append(text, AreaLine, areaText, "\r\n\r\n\r\n\r\n\r\n\r\n");
 }
 
 BuildResult WriteFullReport(store::Database& db, const FilterChoice& choice,
@@ -182,6 +217,8 @@ BuildResult WriteSummaryReport(store::Database& db, const FilterChoice& choice,
   MeasurementSource source = MeasurementSource::All(db);
   double area = 0, closure = 0, ratio = 0, p = 0;
   std::string closureBearing, precision;
+  std::string line;  // put together apart and added whole, or not at all
+  Figure figure(d);
   for (const ParcelEntry& parcel : parcels) {
     int count = 0;
     ResumeNext([&] { count = ReadCourses(source.RowsOf(parcel.ParcelID), work); });
@@ -205,10 +242,12 @@ BuildResult WriteSummaryReport(store::Database& db, const FilterChoice& choice,
                           : SummaryRatioPrefix + PlainNumber(RoundHalfEven(p, 0));
     });
     ResumeNext([&] {
-      const std::string name = LeftChars(parcel.Parcel.AsText(), 24);
-      out += PadLeft(name, 24) + PadLeft(FormatReportNumber(area, d), 11) +
-             PadLeft(FormatReportNumber(closure, d), 8) + PadLeft(closureBearing, 14) +
-             precision + CrLf;
+      line.clear();
+      AppendPadded(line, LeftChars(parcel.Parcel.AsText(), 24), 24);
+      AppendPadded(line, figure(area), 11);
+      AppendPadded(line, figure(closure), 8);
+      AppendPadded(line, closureBearing, 14);
+      Append(out, line, precision, CrLf);
     });
   }
   return BuildResult::Built;

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "geometry/numbers.h"
 #include "tests/geometry/parcel_fixture.h"
 
@@ -372,6 +374,38 @@ TEST(FormatFixed, PictureWithoutLeadingZero) {
   EXPECT_EQ(wide.substr(302), std::string(120, '0'));
 }
 
+TEST(FormatFixed, SameDigitsForShortAndLongFigures) {
+  // Figures of up to 13 digits are written from a whole number of the last
+  // decimal's units, longer ones from the double itself: both ways meet here.
+  const struct {
+    double x;
+    int decimals;
+    const char* text;
+  } cases[] = {
+      {0, 0, "."},
+      {0, 2, ".00"},
+      {-0.004, 2, ".00"},  // rounds to nothing, and no sign is left
+      {-0.5, 2, "-.50"},
+      {9999999999998.5, 0, "9999999999998."},
+      {9999999999999.5, 0, "10000000000000."},
+      {99999999999.995, 2, "100000000000.00"},
+      {-9999999999.9999, 3, "-10000000000.000"},
+      {999999999999.99, 2, "999999999999.99"},
+      {1234567890123.45, 2, "1234567890123.45"},
+      {0.1 + 0.2, 13, ".3000000000000"},
+      {0.1 + 0.2, 15, ".300000000000000"},
+      {123456.7890123456, 13, "123456.7890123456018"},  // past 15 digits: the double's own
+      {5e-324, 2, ".00"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(FormatFixed(c.x, c.decimals), c.text) << c.x;
+
+  std::string out = "12.5 ";
+  AppendFixed(out, 3.14159, 3);
+  EXPECT_EQ(out, "12.5 3.142");
+  EXPECT_EQ(ErrorNumberOf([&] { AppendFixed(out, HUGE_VAL, 2); }), 6);
+  EXPECT_EQ(out, "12.5 3.142");
+}
+
 TEST(TextToNumber, FailuresCarryTheirNumbers) {
   EXPECT_DOUBLE_EQ(TextToDouble(" 12.5 "), 12.5);
   EXPECT_EQ(ErrorNumberOf([] { TextToDouble(""); }), 13);
@@ -380,6 +414,11 @@ TEST(TextToNumber, FailuresCarryTheirNumbers) {
   EXPECT_EQ(ErrorNumberOf([] { TextToDouble("1e400"); }), 6);
   EXPECT_DOUBLE_EQ(ReadNumber(""), 0);
   EXPECT_DOUBLE_EQ(ReadNumber(".5"), 0.5);
+  EXPECT_DOUBLE_EQ(ReadNumber("007"), 7);
+  EXPECT_DOUBLE_EQ(ReadNumber("999999999999999"), 999999999999999);
+  EXPECT_DOUBLE_EQ(ReadNumber("12345678901234567890"), 12345678901234567890.0);
+  EXPECT_DOUBLE_EQ(ReadNumber("5 "), 5);
+  EXPECT_EQ(ErrorNumberOf([] { ReadNumber(" 5"); }), 13);
   EXPECT_EQ(ErrorNumberOf([] { ReadNumber("-5"); }), 13);
   EXPECT_DOUBLE_EQ(Val("12abc"), 12);
   EXPECT_DOUBLE_EQ(Val("abc"), 0);

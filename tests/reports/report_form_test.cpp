@@ -46,6 +46,17 @@ TEST(ReportNumbers, PictureGroupsRoundsHalfEvenAndKeepsItsPoint) {
   EXPECT_EQ(reports::FormatReportText("", 2), "");
   EXPECT_EQ(reports::FormatReportText("12.5", 3), "12.500");
   EXPECT_THROW(FormatReportNumber(HUGE_VAL, 2), RunError);
+  EXPECT_EQ(FormatReportNumber(-999.9, 0), "-1,000.");
+  EXPECT_EQ(FormatReportNumber(-0.25, 1), "-0.2");
+  EXPECT_EQ(FormatReportNumber(1e21, 2), "1,000,000,000,000,000,000,000.00");
+
+  // Written after what a line already holds, or not at all.
+  std::string line = "  12";
+  reports::AppendReportNumber(line, 1234.5, 2);
+  EXPECT_EQ(line, "  121,234.50");
+  EXPECT_THROW(reports::AppendReportNumber(line, HUGE_VAL, 2), RunError);
+  EXPECT_THROW(reports::AppendPadded(line, "abcd", 3), RunError);
+  EXPECT_EQ(line, "  121,234.50");
 }
 
 TEST(ReportNumbers, PadLeftCountsCharactersAndRefusesAWideText) {
