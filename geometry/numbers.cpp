@@ -256,27 +256,27 @@ std::string FormatFixed(double x, int decimals) {
 void AppendFixed(std::string& out, double x, int decimals) {
   const double rounded = RoundHalfEven(x, decimals);
   const double magnitude = std::fabs(rounded);
-  if (rounded < 0) out += '-';
   // Below 10^13 in units of the last decimal, the rounded value is the double
-  // nearest to a whole number k of those units, and one multiplication gives
-  // k back exactly: the digits are k's.
+  // nearest to a whole number of those units, and one multiplication gives
+  // that number back exactly: the digits are its digits.
   if (decimals <= 13 && magnitude * kPowers[decimals] < 1e13) {
     const auto units = static_cast<std::uint64_t>(std::llround(magnitude * kPowers[decimals]));
     const auto scale = static_cast<std::uint64_t>(kPowers[decimals]);
-    char digits[24];
-    const auto digitsOf = [&](std::uint64_t n) {
-      return std::string_view(digits, std::to_chars(digits, digits + sizeof digits, n).ptr);
-    };
+    char text[32];  // a sign, 13 digits and a point
+    char* end = text;
+    if (rounded < 0) *end++ = '-';
     // No leading zero before the point, and a point even when no decimals follow.
-    if (const std::uint64_t whole = units / scale; whole != 0) out += digitsOf(whole);
-    out += '.';
-    if (decimals > 0) {
-      const std::string_view fraction = digitsOf(units % scale);
-      out.append(static_cast<std::size_t>(decimals) - fraction.size(), '0');
-      out += fraction;
+    if (units >= scale) end = std::to_chars(end, text + sizeof text, units / scale).ptr;
+    *end++ = '.';
+    end += decimals;
+    std::uint64_t fraction = units % scale;
+    for (char* digit = end; digit != end - decimals; fraction /= 10) {
+      *--digit = static_cast<char>('0' + fraction % 10);
     }
+    out.append(text, static_cast<std::size_t>(end - text));
     return;
   }
+  if (rounded < 0) out += '-';
   // Room for the 309 digits of the largest double, the point and the decimals.
   std::string text(static_cast<std::size_t>(decimals) + 320, '\0');
   auto result = std::to_chars(text.data(), text.data() + text.size(), magnitude,

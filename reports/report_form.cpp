@@ -161,16 +161,15 @@ FilterChoice ReportForm::Choice() const {
   return choice;
 }
 
+// A build writes its work files whole when it ends, and a report without
+// data leaves them empty. Nothing reads them in between, so they are not
+// emptied first: a work file written over keeps its pages on the disk.
 void ReportForm::SetWorkPaths(bool withCsv) {
   const std::string directory = WorkDirectoryOverride.empty()
                                     ? WorkDirectory(project.AppDirectory)
                                     : WorkDirectoryOverride;
   ReportTextPath = WorkFilePath(directory, messages::TextWorkFile);
-  WriteWholeFile(ReportTextPath, "");
-  if (withCsv) {
-    ReportCsvPath = WorkFilePath(directory, messages::CsvWorkFile);
-    WriteWholeFile(ReportCsvPath, "");
-  }
+  if (withCsv) ReportCsvPath = WorkFilePath(directory, messages::CsvWorkFile);
 }
 
 void ReportForm::LoadPreview(std::string&& written, bool writtenOk) {
@@ -189,6 +188,8 @@ void ReportForm::BuildFullReport() {
     result = WriteFullReport(db_, Choice(), ReportSettings::Of(project), work_, out);
   });
   if (read && result == BuildResult::NoData) {
+    WriteWholeFile(ReportCsvPath, "");
+    WriteWholeFile(ReportTextPath, "");
     Inform(prompter, messages::NoDataText);
     return;  // the preview keeps what it had
   }
@@ -205,6 +206,7 @@ void ReportForm::BuildSummaryReport() {
     result = WriteSummaryReport(db_, Choice(), ReportSettings::Of(project), work_, out);
   });
   if (read && result == BuildResult::NoData) {
+    WriteWholeFile(ReportTextPath, "");
     Inform(prompter, messages::NoDataText);
     return;
   }

@@ -51,11 +51,19 @@ std::string WorkFilePath(std::string_view directory, std::string_view name) {
 }
 
 bool WriteWholeFile(const std::string& path, std::string_view bytes) {
-  std::ofstream out(store::NativePath(path), std::ios::binary | std::ios::trunc);
+  // A file that exists is written over and then cut to its new length, so
+  // that it keeps its pages: giving back and taking again the pages of a
+  // work file of many megabytes costs more than writing it.
+  const std::filesystem::path file(store::NativePath(path));
+  std::ofstream out(file, std::ios::binary | std::ios::in | std::ios::out);
+  if (!out) out.open(file, std::ios::binary | std::ios::trunc);
   if (!out) return false;
   out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   out.close();
-  return !out.fail();
+  if (out.fail()) return false;
+  std::error_code ec;
+  std::filesystem::resize_file(file, bytes.size(), ec);
+  return !ec;
 }
 
 bool ReadWholeFile(const std::string& path, std::string& bytes) {

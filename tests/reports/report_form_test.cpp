@@ -154,6 +154,9 @@ TEST(ReportWindow, SaveAsGoesByTheNamesEnding) {
   }
   EXPECT_EQ(w.windows.calls[w.windows.calls.size() - 1],
             "ShowSave Rich Text File(*.rtf)|*.rtf|TEXT (*.txt)|*.txt|Excel File(*.csv)|*.csv|");
+  // Saved over a longer file of the same name, the file holds the new text alone.
+  w.form.rtfReport.Text = "short";
+  EXPECT_EQ(save("plain.txt"), "short");
 
   // A cancelled dialog and a name that cannot be written: nothing, no word.
   w.windows.saveName.reset();

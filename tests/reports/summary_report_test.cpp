@@ -2,6 +2,7 @@
 // too wide, and the filters judged by the closure it works out itself.
 #include <gtest/gtest.h>
 
+#include "reports/work_files.h"
 #include "tests/reports/report_fixture.h"
 
 namespace parvenna::testing {
@@ -130,8 +131,20 @@ TEST(ReportFilters, AProjectWithoutParcelsHasNoDataAndKeepsThePreview) {
     OpenWindow w(p, kind);
     EXPECT_EQ(w.prompter.Prompts(), std::vector<std::string>{"there is no data to print."});
     w.form.rtfReport.Text = "kept";
+    // The work files of the report before are left empty.
+    ASSERT_TRUE(reports::WriteWholeFile(w.form.ReportTextPath, "stale report"));
+    if (kind == ReportKind::Full) {
+      ASSERT_TRUE(reports::WriteWholeFile(w.form.ReportCsvPath, "stale"));
+    }
     w.form.BuildReport();
     EXPECT_EQ(w.form.rtfReport.Text, "kept");
+    std::string text = "?", csv = "?";
+    EXPECT_TRUE(reports::ReadWholeFile(w.form.ReportTextPath, text));
+    EXPECT_EQ(text, "");
+    if (kind == ReportKind::Full) {
+      EXPECT_TRUE(reports::ReadWholeFile(w.form.ReportCsvPath, csv));
+      EXPECT_EQ(csv, "");
+    }
   }
 }
 
