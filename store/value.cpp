@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <limits>
 
+#include "geometry/numbers.h"
 #include "store/store.h"
 
 namespace parvenna::store {
@@ -48,29 +49,6 @@ std::int64_t RoundToWhole(double x) {
 
 }  // namespace
 
-std::string GeneralNumber(double x) {
-  if (x == 0) return "0";
-  char buffer[64];
-  std::snprintf(buffer, sizeof buffer, "%.15g", x);
-  std::string text(buffer);
-  auto e = text.find('e');
-  if (e == std::string::npos) return text;
-  // An exponent only for magnitudes the fixed form would blur.
-  double magnitude = std::fabs(x);
-  if (magnitude >= 1e15 || magnitude < 1e-5) {
-    std::string mantissa = text.substr(0, e);
-    int exponent = std::stoi(text.substr(e + 1));
-    char out[80];
-    std::snprintf(out, sizeof out, "%sE%c%02d", mantissa.c_str(), exponent < 0 ? '-' : '+',
-                  std::abs(exponent));
-    return out;
-  }
-  std::snprintf(buffer, sizeof buffer, "%.15f", x);
-  text = buffer;
-  while (!text.empty() && text.back() == '0') text.pop_back();
-  if (!text.empty() && text.back() == '.') text.pop_back();
-  return text;
-}
 
 std::size_t CharacterCount(std::string_view text) {
   std::size_t count = 0;
@@ -134,7 +112,7 @@ std::string Value::AsText() const {
   if (IsNull()) return "";
   if (IsBool()) return std::get<bool>(v_) ? "True" : "False";
   if (IsWhole()) return std::to_string(std::get<std::int64_t>(v_));
-  if (IsDouble()) return GeneralNumber(std::get<double>(v_));
+  if (IsDouble()) return PlainNumber(std::get<double>(v_));
   return std::get<std::string>(v_);
 }
 

@@ -59,8 +59,6 @@ class Value {
 // rounded to the nearest, ties to even.
 Value CoerceTo(FieldType type, int size, const Value& value, std::string_view fieldName);
 
-// A number in general form: up to 15 significant digits, no trailing zeros.
-std::string GeneralNumber(double x);
 
 // The number of characters (code points) of a UTF-8 text.
 std::size_t CharacterCount(std::string_view text);
