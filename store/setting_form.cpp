@@ -111,6 +111,48 @@ int SettingForm::ForeOptionOf(int number) const {
   return 4;
 }
 
+// Where the values shown by both the project's row and the defaults stand:
+// the two tables keep them at positions of their own.
+struct SettingForm::Positions {
+  int arc, chord, radius, bearing, unitFeet, squareX, decimal, tolerance, minimize, addAreaCheck,
+      autoInvert, tangentCheck, toolTipOn;
+  std::array<int, 3> warning, tangent;
+};
+
+const SettingForm::Positions SettingForm::kProjectPositions = [] {
+  using namespace project_columns;
+  return Positions{txtArc, txtChord, txtRadius, txtBearing, UnitFeet, SquareX, ErrDecimal,
+                   ClosureTolerance, Minimize, AddAreaCheck, AutoInvert, TangentCheck, ToolTipOn,
+                   {WarningRanged, WarningRangem, WarningRanges},
+                   {TangentToleranced, TangentTolerancem, TangentTolerances}};
+}();
+
+const SettingForm::Positions SettingForm::kSystemPositions = [] {
+  using namespace system_columns;
+  return Positions{txtArc, txtChord, txtRadius, txtBearing, unitfeet, SquareX, Decimal, Tolerance,
+                   Minimize, AddAreaCheck, AutoInvert, TangentCheck, ToolTipOn,
+                   {WarningRanged, WarningRangem, WarningRanges},
+                   {TangentToleranced, TangentTolerancem, TangentTolerances}};
+}();
+
+void SettingForm::ShowCommonValues(const Recordset& rs, const Positions& at) {
+  ShowOrder(rs.Get(at.arc).AsInteger(), rs.Get(at.chord).AsInteger(), rs.Get(at.radius).AsInteger(),
+            rs.Get(at.bearing).AsInteger());
+  ShowUnit(rs.Get(at.unitFeet).AsBool(), rs.Get(at.squareX).AsBool());
+  txtTolerance.Text = rs.Get(at.tolerance).AsText();
+  txtErrDecimal.Text = rs.Get(at.decimal).AsText();
+  chkMini.Value = Tick(rs.Get(at.minimize).AsBool());
+  chkCurveOpt.Value = Tick(rs.Get(at.addAreaCheck).AsBool());
+  chkAutoInvert.Value = Tick(rs.Get(at.autoInvert).AsBool());
+  chkTangent.Value = Tick(rs.Get(at.tangentCheck).AsBool());
+  ShowTangentEnabling();
+  for (std::size_t i = 0; i < 3; ++i) {
+    txtWarning[i].Text = rs.Get(at.warning[i]).AsText();
+    txtTangentTolerance[i].Text = rs.Get(at.tangent[i]).AsText();
+  }
+  chkToolTip.Value = Tick(rs.Get(at.toolTipOn).AsBool());
+}
+
 void SettingForm::Form_Load() {
   Loaded = true;
   lblTangentTolerance[1].Caption = lblWarning[1].Caption = std::string(DegreeMark);
@@ -122,23 +164,7 @@ void SettingForm::Form_Load() {
   Database db = Database::Open(NativePath(state_.ProjectFile));
   Recordset rs = db.OpenRecordset("tblSetting");
   rs.MoveFirst();
-  ShowOrder(rs.Get(txtArc).AsInteger(), rs.Get(txtChord).AsInteger(), rs.Get(txtRadius).AsInteger(),
-            rs.Get(txtBearing).AsInteger());
-  ShowUnit(rs.Get(UnitFeet).AsBool(), rs.Get(SquareX).AsBool());
-  txtTolerance.Text = rs.Get(ClosureTolerance).AsText();
-  chkMini.Value = Tick(rs.Get(Minimize).AsBool());
-  txtErrDecimal.Text = rs.Get(ErrDecimal).AsText();
-  chkCurveOpt.Value = Tick(rs.Get(AddAreaCheck).AsBool());
-  chkAutoInvert.Value = Tick(rs.Get(AutoInvert).AsBool());
-  chkTangent.Value = Tick(rs.Get(TangentCheck).AsBool());
-  ShowTangentEnabling();
-  txtWarning[0].Text = rs.Get(WarningRanged).AsText();
-  txtWarning[1].Text = rs.Get(WarningRangem).AsText();
-  txtWarning[2].Text = rs.Get(WarningRanges).AsText();
-  txtTangentTolerance[0].Text = rs.Get(TangentToleranced).AsText();
-  txtTangentTolerance[1].Text = rs.Get(TangentTolerancem).AsText();
-  txtTangentTolerance[2].Text = rs.Get(TangentTolerances).AsText();
-  chkToolTip.Value = Tick(rs.Get(ToolTipOn).AsBool());
+  ShowCommonValues(rs, kProjectPositions);
 
   // Projects of earlier versions lack these columns and keep the presets.
   SetOption(optBearing, 0);
@@ -332,23 +358,7 @@ void SettingForm::cmdDefault_Click() {
   Database db = store_.OpenBriefly();
   Recordset rs = db.OpenRecordset("tblSetting");
   rs.MoveFirst();
-  ShowOrder(rs.Get(txtArc).AsInteger(), rs.Get(txtChord).AsInteger(), rs.Get(txtRadius).AsInteger(),
-            rs.Get(txtBearing).AsInteger());
-  ShowUnit(rs.Get(unitfeet).AsBool(), rs.Get(SquareX).AsBool());
-  txtErrDecimal.Text = rs.Get(Decimal).AsText();
-  txtTolerance.Text = rs.Get(Tolerance).AsText();
-  chkMini.Value = Tick(rs.Get(Minimize).AsBool());
-  chkCurveOpt.Value = Tick(rs.Get(AddAreaCheck).AsBool());
-  chkAutoInvert.Value = Tick(rs.Get(AutoInvert).AsBool());
-  chkTangent.Value = Tick(rs.Get(TangentCheck).AsBool());
-  ShowTangentEnabling();
-  txtWarning[0].Text = rs.Get(WarningRanged).AsText();
-  txtWarning[1].Text = rs.Get(WarningRangem).AsText();
-  txtWarning[2].Text = rs.Get(WarningRanges).AsText();
-  txtTangentTolerance[0].Text = rs.Get(TangentToleranced).AsText();
-  txtTangentTolerance[1].Text = rs.Get(TangentTolerancem).AsText();
-  txtTangentTolerance[2].Text = rs.Get(TangentTolerances).AsText();
-  chkToolTip.Value = Tick(rs.Get(ToolTipOn).AsBool());
+  ShowCommonValues(rs, kSystemPositions);
   SetOption(optBackColor, 0);
   SetOption(optForeColor, 4);
   Attempt([&] { SetOption(optBearing, rs.Get(Bearing).AsBool() ? 0 : 1); });

@@ -96,6 +96,10 @@ class SettingForm {
     for (std::size_t i = 0; i < N; ++i) group[i].Value = static_cast<int>(i) == index;
   }
   double WriteCommonValues(Recordset& rs, const char* decimalColumn, const char* toleranceColumn);
+  struct Positions;
+  static const Positions kProjectPositions;
+  static const Positions kSystemPositions;
+  void ShowCommonValues(const Recordset& rs, const Positions& at);
   void ShowUnit(bool feet, bool squareUnits);
   void ShowTangentEnabling();
   void ShowOrder(int arc, int chord, int radius, int bearing);
