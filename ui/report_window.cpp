@@ -38,25 +38,33 @@ QString DialogFilter(const std::string& filter) {
 ReportWindow::ReportWindow(store::ProjectState& project, Prompter& prompter,
                            editor::EditorForm* editor, QWidget* editorWindow, QWidget* parent)
     : QWidget(parent, Qt::Window), form_(project, prompter, *this, editor), editorWindow_(editorWindow) {
+  setObjectName("frmReport");
   auto* bar = new QWidget(this);
+  bar->setObjectName("frameBar");
   auto* barLayout = new QHBoxLayout(bar);
   barLayout->setContentsMargins(4, 4, 4, 4);
   for (int i = 0; i < 3; ++i) {
     optPassFail_[static_cast<std::size_t>(i)] = new QRadioButton(bar);
+    optPassFail_[static_cast<std::size_t>(i)]->setObjectName(QString("optPassFail%1").arg(i));
     barLayout->addWidget(optPassFail_[static_cast<std::size_t>(i)]);
   }
   barLayout->addWidget(new QLabel(Q(form_.Label1.Caption), bar));
   cbxParcel_ = new QComboBox(bar);
+  cbxParcel_->setObjectName("cbxParcel");
   cbxParcel_->setMinimumContentsLength(16);
   barLayout->addWidget(cbxParcel_);
   cmdPrint_ = new QPushButton(bar);
   cmdClose_ = new QPushButton(bar);
   cmdExport_ = new QPushButton(bar);
+  cmdPrint_->setObjectName("cmdPrint");
+  cmdClose_->setObjectName("cmdClose");
+  cmdExport_->setObjectName("cmdExport");
   barLayout->addWidget(cmdPrint_);
   barLayout->addWidget(cmdClose_);
   barLayout->addWidget(cmdExport_);
   barLayout->addStretch();
   rtfReport_ = new QPlainTextEdit(this);
+  rtfReport_->setObjectName("rtfReport");
   rtfReport_->setReadOnly(true);
   rtfReport_->setLineWrapMode(QPlainTextEdit::NoWrap);
   QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
@@ -168,22 +176,28 @@ std::optional<std::string> ReportWindow::ShowSave(const std::string& filter) {
   return name.toStdString();
 }
 
-std::unique_ptr<Printer> ReportWindow::ShowPrinter(int flags) {
+std::unique_ptr<QPrinter> ReportWindow::ChoosePrinter(bool selection) {
+  if (chooser_) return chooser_(selection);
   auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
   QPrintDialog dialog(printer.get(), this);
-  if (flags & 1) {
+  if (selection) {
     dialog.setOption(QAbstractPrintDialog::PrintSelection);
     printer->setPrintRange(QPrinter::Selection);
   }
   if (dialog.exec() != QDialog::Accepted) return nullptr;
+  return printer;
+}
+
+std::unique_ptr<Printer> ReportWindow::ShowPrinter(int flags) {
+  std::unique_ptr<QPrinter> printer = ChoosePrinter((flags & 1) != 0);
+  if (!printer) return nullptr;
   return QtPrinter::ForPrinter(std::move(printer));
 }
 
 Printer* ReportWindow::PicturePrinter() {
   // The run's printer, chosen once a run: paper, or a PDF file in the dialog.
-  auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
-  QPrintDialog dialog(printer.get(), this);
-  if (dialog.exec() != QDialog::Accepted) return nullptr;
+  std::unique_ptr<QPrinter> printer = ChoosePrinter(false);
+  if (!printer) return nullptr;
   picturePrinter_ = QtPrinter::ForPrinter(std::move(printer));
   return picturePrinter_.get();
 }

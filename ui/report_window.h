@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <memory>
 
 #include <QWidget>
@@ -10,6 +11,7 @@
 
 class QComboBox;
 class QPlainTextEdit;
+class QPrinter;
 class QPushButton;
 class QRadioButton;
 
@@ -29,6 +31,12 @@ class ReportWindow : public QWidget, public reports::ReportWindows {
   ~ReportWindow() override;
 
   reports::ReportForm& form() { return form_; }
+
+  // Sets up the printer of a print, as the print dialog does (paper, or a
+  // PDF file); nothing when cancelled. `selection`: the dialog offers to
+  // print the selection. The print dialog unless another is given.
+  using PrinterChooser = std::function<std::unique_ptr<QPrinter>(bool selection)>;
+  void SetPrinterChooser(PrinterChooser chooser) { chooser_ = std::move(chooser); }
   // Loads and shows the window for a report the menu opened.
   void Open(reports::ReportKind kind, bool editorSaveEnabled);
 
@@ -52,6 +60,7 @@ class ReportWindow : public QWidget, public reports::ReportWindows {
  private:
   void bind();
   void Refresh();
+  std::unique_ptr<QPrinter> ChoosePrinter(bool selection);
 
   reports::ReportForm form_;
   QWidget* editorWindow_;
@@ -60,6 +69,7 @@ class ReportWindow : public QWidget, public reports::ReportWindows {
   QPushButton *cmdExport_, *cmdPrint_, *cmdClose_;
   QPlainTextEdit* rtfReport_;
   std::unique_ptr<QtPrinter> picturePrinter_;
+  PrinterChooser chooser_;
 };
 
 }  // namespace parvenna::ui
