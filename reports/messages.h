@@ -68,6 +68,7 @@ inline constexpr const char* ErrorLine = "Error of Closure       : ";
 inline constexpr const char* AreaLine = "AREA                   : ";
 inline constexpr const char* Perfect = "Perfect";
 inline constexpr const char* RatioPrefix = "1:";
+inline constexpr const char* Utf8Bom = "\xEF\xBB\xBF";
 inline constexpr const char* CsvHeadStart = "\"LOT #\",\"LEG\",\"";
 inline constexpr const char* CsvHeadLength = "\",\"LENGTH";
 inline constexpr const char* CsvHeadEnd = "\",\"ARC\",\"RADIUS\",\"AREA+/-\"";

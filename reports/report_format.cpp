@@ -59,6 +59,12 @@ void AppendPadded(std::string& out, std::string_view text, int width) {
   out += text;
 }
 
+void AppendWidened(std::string& out, std::string_view text, int width) {
+  const long count = width - static_cast<long>(store::CharacterCount(text));
+  out.append(static_cast<std::size_t>(count > 0 ? count : 1), ' ');
+  out += text;
+}
+
 std::string LeftChars(std::string_view text, std::size_t count) {
   std::size_t chars = 0;
   for (std::size_t i = 0; i < text.size(); ++i) {

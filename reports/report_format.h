@@ -28,6 +28,11 @@ std::string PadLeft(std::string_view text, int width);
 // The same, added to the end of `out`; nothing is added when it fails.
 void AppendPadded(std::string& out, std::string_view text, int width);
 
+// The same, but a text that fills its column or is wider is kept whole with
+// one blank before it, so that it stands apart from the column before: the
+// line grows wider rather than lose a figure or run two together.
+void AppendWidened(std::string& out, std::string_view text, int width);
+
 // The first `count` characters of a text.
 std::string LeftChars(std::string_view text, std::size_t count);
 

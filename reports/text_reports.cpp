@@ -68,6 +68,31 @@ bool ParcelIdOf(const store::Value& value, long& id) {
   }
 }
 
+// The CSV rows are read by spreadsheets: a field that holds a comma or a
+// quote (a length of 1,000 or more, every direction with its seconds mark)
+// is quoted, its quotes doubled, so that it stays one cell.
+bool NeedsQuotes(std::string_view field) { return field.find_first_of(",\"") != std::string_view::npos; }
+
+void AppendQuoted(std::string& out, std::string_view field) {
+  out += '"';
+  for (char c : field) {
+    if (c == '"') out += '"';
+    out += c;
+  }
+  out += '"';
+}
+
+// A field that the rows write after a blank: quoted without the blank when
+// it must be, since a quote after a blank would not open a quoted field.
+void AppendBlankOrQuoted(std::string& out, std::string_view field) {
+  if (NeedsQuotes(field)) {
+    AppendQuoted(out, field);
+  } else {
+    out += ' ';
+    out += field;
+  }
+}
+
 std::string AreaText(double area, const ReportSettings& settings) {
   const auto lines = AreaInUnits(area, settings.UnitFeet, settings.Decimal);
   std::string text;
@@ -112,7 +137,8 @@ void LotBody(const ReportSettings& settings, ReportWork& work, ReportStreams& ou
   Append(text, StartLine, CrLf);
   Append(text, LegHead, label, LengthHead, unit, ArcHead, CrLf);
   Append(text, RuleLine, CrLf);
-  Append(csv, "\"", settings.DrawingFile, "\"", CrLf);
+  AppendQuoted(csv, settings.DrawingFile);
+  csv += CrLf;
   Append(csv, CsvHeadStart, label, CsvHeadLength, unit, CsvHeadEnd, CrLf);
 
   // Each line is put together apart and added whole, so that a statement
@@ -126,7 +152,9 @@ void LotBody(const ReportSettings& settings, ReportWork& work, ReportStreams& ou
       const std::string n = std::to_string(row.RowNo + 1);
       const auto startCsvRow = [&] {
         line.clear();
-        Append(line, "\"", name, "\",\"", n, "\", ", row.Direction);
+        AppendQuoted(line, name);
+        Append(line, ",\"", n, "\",");
+        AppendBlankOrQuoted(line, row.Direction);
       };
       if (row.IsLine()) {
         ResumeNext([&] {
@@ -138,8 +166,9 @@ void LotBody(const ReportSettings& settings, ReportWork& work, ReportStreams& ou
         });
         ResumeNext([&] {
           startCsvRow();
-          Append(line, ", ", figure(row.Length), CrLf);
-          csv += line;
+          line += ',';
+          AppendBlankOrQuoted(line, figure(row.Length));
+          Append(csv, line, CrLf);
         });
       } else {
         // The sign completes the line in a write of its own, so it is
@@ -181,6 +210,8 @@ BuildResult WriteFullReport(store::Database& db, const FilterChoice& choice,
                             ReportStreams& out) {
   const std::vector<ParcelEntry> parcels = ReadParcels(db);
   if (parcels.empty()) return BuildResult::NoData;
+  // UTF-8 with its byte-order mark, by which a spreadsheet knows the degree sign.
+  out.csv += Utf8Bom;
   MeasurementSource source =
       choice.parcelChosen ? MeasurementSource::PerParcel(db) : MeasurementSource::All(db);
   for (const ParcelEntry& parcel : parcels) {
@@ -241,12 +272,14 @@ BuildResult WriteSummaryReport(store::Database& db, const FilterChoice& choice,
       precision = p == -1 ? std::string(SummaryPerfect)
                           : SummaryRatioPrefix + PlainNumber(RoundHalfEven(p, 0));
     });
+    // A figure wider than its column widens the column on this line: a lot
+    // is never left out of the summary.
     ResumeNext([&] {
       line.clear();
       AppendPadded(line, LeftChars(parcel.Parcel.AsText(), 24), 24);
-      AppendPadded(line, figure(area), 11);
-      AppendPadded(line, figure(closure), 8);
-      AppendPadded(line, closureBearing, 14);
+      AppendWidened(line, figure(area), 11);
+      AppendWidened(line, figure(closure), 8);
+      AppendWidened(line, closureBearing, 14);
       Append(out, line, precision, CrLf);
     });
   }

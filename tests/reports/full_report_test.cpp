@@ -20,7 +20,7 @@ std::string Dir(int d, const std::string& q1 = "", const std::string& q2 = "") {
 }
 
 // Lot A: lines and curves of both signs, ending 0.3 east and 0.4 south of
-// the start. Lot B: lengths above 999, whose commas split CSV cells.
+// the start. Lot B: lengths above 999, with commas of their own.
 void AddFeetParcels(ReportProject& p) {
   p.AddParcel("Lot A", "0.5",
               {Line(0, Dir(0, "N", "E"), "100"), Curve(1, Dir(90, "N", "E"), "100", "120", "60", 0),
@@ -82,6 +82,32 @@ std::vector<std::string> Joined(std::vector<std::string> a, const std::vector<st
   return a;
 }
 
+// The rows of a CSV text by the common rules: fields apart by commas, a
+// field in quotes may hold commas and doubled quotes, rows end in CR LF.
+std::vector<std::vector<std::string>> CsvCells(const std::string& csv) {
+  std::vector<std::vector<std::string>> rows(1, std::vector<std::string>(1));
+  bool quoted = false;
+  for (std::size_t i = 0; i < csv.size(); ++i) {
+    const char c = csv[i];
+    std::string& cell = rows.back().back();
+    if (quoted) {
+      if (c == '"' && i + 1 < csv.size() && csv[i + 1] == '"') cell += csv[++i];
+      else if (c == '"') quoted = false;
+      else cell += c;
+    } else if (c == '"' && cell.empty()) {
+      quoted = true;
+    } else if (c == ',') {
+      rows.back().emplace_back();
+    } else if (c == '\r' && i + 1 < csv.size() && csv[i + 1] == '\n') {
+      ++i;
+      if (i + 1 < csv.size()) rows.emplace_back(1);
+    } else {
+      cell += c;
+    }
+  }
+  return rows;
+}
+
 TEST(FullReport, FeetProjectLineForLineInTextAndCsv) {
   ReportProject p;
   AddFeetParcels(p);
@@ -91,19 +117,32 @@ TEST(FullReport, FeetProjectLineForLineInTextAndCsv) {
 
   std::string csv;
   ASSERT_TRUE(reports::ReadWholeFile(w.form.ReportCsvPath, csv));
+  // The rows as before, but a field that holds a comma or a quote (every
+  // direction, a length of 1,000 or more) is quoted, and the file begins
+  // with the byte-order mark of UTF-8.
   const std::string head = "\"C:\\plans\\site.dwg\"\r\n"
                            "\"LOT #\",\"LEG\",\"BEARING\",\"LENGTH(ft)\",\"ARC\",\"RADIUS\",\"AREA+/-\"\r\n";
-  EXPECT_EQ(csv, head +
-                     "\"Lot A\",\"1\", N0" + B + "0'0\"E, 100.00\r\n"
-                     "\"Lot A\",\"2\", N90" + B + "0'0\"E,\"100.00\",\"120.00\",\"60.00\",\"+\"\r\n"
-                     "\"Lot A\",\"3\", S0" + B + "0'0\"E, 100.00\r\n"
-                     "\"Lot A\",\"4\", S90" + B + "0'0\"W,\"99.70\",\"105.00\",\"70.00\",\"-\"\r\n"
-                     "\"Lot A\",\"5\", S0" + B + "0'0\"E, 0.40\r\n" +
+  EXPECT_EQ(csv, "\xEF\xBB\xBF" + head +
+                     "\"Lot A\",\"1\",\"N0" + B + "0'0\"\"E\", 100.00\r\n"
+                     "\"Lot A\",\"2\",\"N90" + B + "0'0\"\"E\",\"100.00\",\"120.00\",\"60.00\",\"+\"\r\n"
+                     "\"Lot A\",\"3\",\"S0" + B + "0'0\"\"E\", 100.00\r\n"
+                     "\"Lot A\",\"4\",\"S90" + B + "0'0\"\"W\",\"99.70\",\"105.00\",\"70.00\",\"-\"\r\n"
+                     "\"Lot A\",\"5\",\"S0" + B + "0'0\"\"E\", 0.40\r\n" +
                      head +
-                     "\"Lot B\",\"1\", N0" + B + "0'0\"E, 1,234.50\r\n"
-                     "\"Lot B\",\"2\", S90" + B + "0'0\"W, 1,000.00\r\n"
-                     "\"Lot B\",\"3\", S0" + B + "0'0\"E, 1,234.50\r\n"
-                     "\"Lot B\",\"4\", N0" + B + "0'0\"E, 0.25\r\n");
+                     "\"Lot B\",\"1\",\"N0" + B + "0'0\"\"E\",\"1,234.50\"\r\n"
+                     "\"Lot B\",\"2\",\"S90" + B + "0'0\"\"W\",\"1,000.00\"\r\n"
+                     "\"Lot B\",\"3\",\"S0" + B + "0'0\"\"E\",\"1,234.50\"\r\n"
+                     "\"Lot B\",\"4\",\"N0" + B + "0'0\"\"E\", 0.25\r\n");
+
+  // Read as a spreadsheet reads it: each row is its seven cells or fewer,
+  // a length with its comma one cell, a direction with its seconds mark.
+  const auto rows = CsvCells(csv.substr(3));
+  ASSERT_EQ(rows.size(), 13u);
+  EXPECT_EQ(rows[0], std::vector<std::string>{"C:\\plans\\site.dwg"});
+  EXPECT_EQ(rows[2], (std::vector<std::string>{"Lot A", "1", "N0" + B + "0'0\"E", " 100.00"}));
+  EXPECT_EQ(rows[3], (std::vector<std::string>{"Lot A", "2", "N90" + B + "0'0\"E", "100.00", "120.00",
+                                               "60.00", "+"}));
+  EXPECT_EQ(rows[9], (std::vector<std::string>{"Lot B", "1", "N0" + B + "0'0\"E", "1,234.50"}));
 
   // The preview is the work file beside the program.
   EXPECT_EQ(w.form.ReportTextPath, p.Directory() + "temp.rpt");
@@ -194,10 +233,12 @@ TEST(FullReport, WideFieldsDropTheirTextLineButKeepTheCsvRow) {
 
   std::string csv;
   ASSERT_TRUE(reports::ReadWholeFile(w.form.ReportCsvPath, csv));
-  EXPECT_NE(csv.find("\"Lot W\",\"2\", " + wide + ", 50.00\r\n"), std::string::npos);
-  EXPECT_NE(csv.find("\"Lot W\",\"3\", " + wide + ",\"10.00\",\"11.00\",\"20.00\",\"-\"\r\n"),
+  const std::string quotedWide = "\"N 10" + B + "00'00\"\" E\"";
+  EXPECT_NE(csv.find("\"Lot W\",\"2\"," + quotedWide + ", 50.00\r\n"), std::string::npos);
+  EXPECT_NE(csv.find("\"Lot W\",\"3\"," + quotedWide + ",\"10.00\",\"11.00\",\"20.00\",\"-\"\r\n"),
             std::string::npos);
-  EXPECT_NE(csv.find("\"Lot W\",\"4\", S0" + B + "0'0\"E, 123,456,789.50\r\n"), std::string::npos);
+  EXPECT_NE(csv.find("\"Lot W\",\"4\",\"S0" + B + "0'0\"\"E\",\"123,456,789.50\"\r\n"),
+            std::string::npos);
 }
 
 // Rows are stored by RowNo and listed by counting: with a gap the last row

@@ -74,7 +74,7 @@ TEST(ReportCommand, FiltersParcelAndFiles) {
   const std::string rtf = ReadFile(p.dir / "r.rtf");
   EXPECT_EQ(rtf.rfind("{\\rtf1", 0), 0u);
   EXPECT_EQ(rtf.find("Lot 2"), std::string::npos);
-  EXPECT_NE(ReadFile(p.dir / "r.csv").find("\"Lot 1\",\"2\", N90" + B + "0'0\"E,\"100.00\""),
+  EXPECT_NE(ReadFile(p.dir / "r.csv").find("\"Lot 1\",\"2\",\"N90" + B + "0'0\"\"E\",\"100.00\""),
             std::string::npos);
 
   run = Report(p, {"full", p.Path(), "--parcel", "Lot 9"});

@@ -43,18 +43,36 @@ std::vector<std::string> With(std::vector<std::string> lines, const std::vector<
   return lines;
 }
 
-TEST(SummaryReport, HeadRowsAndTheRowTooWideToShow) {
+TEST(SummaryReport, HeadRowsAndARowWiderThanItsColumns) {
   ReportProject p;
   p.AddParcel("Lot A", "0", LotA());
-  // Its area, 1,234,375.00, is 12 wide for a column of 11: the row is lost.
+  // Its area, 1,234,375.00, is 12 wide for a column of 11, and its closure
+  // fills its 8: each keeps a blank before it, and the line grows wider.
   p.AddParcel("Lot B", "0", {Line(0, Dir(0, "N", "E"), "1234.5"), Line(1, Dir(90, "S", "W"), "1000"),
                              Line(2, Dir(0, "S", "E"), "1234.5"), Line(3, Dir(0, "N", "E"), "0.25")});
   p.AddParcel("Lot C", "0", {});  // no courses, no row
   OpenWindow w(p, ReportKind::Summary);
   EXPECT_EQ(w.Lines(),
-            With(kFeetHead, {std::string(19, ' ') + "Lot A  10,857.38    0.50   N36" + B +
-                             "52'11\"W   1:851"}));
+            With(kFeetHead, {std::string(19, ' ') + "Lot A  10,857.38    0.50   N36" + B + "52'11\"W   1:851",
+                             std::string(19, ' ') + "Lot B 1,234,375.00 1,000.00    S89" + B + "59'8\"E   1:3"}));
   EXPECT_TRUE(w.form.ReportCsvPath.empty());
+}
+
+// At 4 decimals an area from 100,000 on and a closure from 1,000 on are
+// wider than their columns: the lot is listed all the same, with its figures
+// whole and a blank before each.
+TEST(SummaryReport, ALargeLotAtFourDecimalsIsListed) {
+  ReportProject p(true, 4);
+  p.AddParcel("Big", "0", {Line(0, Dir(0, "N", "E"), "400"), Line(1, Dir(90, "N", "E"), "400"),
+                           Line(2, Dir(0, "S", "E"), "400"), Line(3, Dir(90, "S", "W"), "400"),
+                           Line(4, Dir(0, "S", "E"), "1234.5")});
+  p.AddParcel("Small", "0", Square("0.001"));
+  OpenWindow w(p, ReportKind::Summary);
+  const auto lines = w.Lines();
+  ASSERT_EQ(lines.size(), kFeetHead.size() + 2);
+  EXPECT_EQ(lines[6], std::string(21, ' ') + "Big 160,000.0000 1,234.5000      N0" + B + "0'0\"E   1:2");
+  // 10,000.0000 fills its column.
+  EXPECT_EQ(lines[7].substr(0, 44), std::string(19, ' ') + "Small 10,000.0000  0.0010");
 }
 
 TEST(SummaryReport, MetricHeadHasItsWordsInTheSameColumns) {
