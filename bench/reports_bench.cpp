@@ -28,7 +28,7 @@ class NoWindows : public reports::ReportWindows {
  public:
   std::optional<std::string> ShowSave(const std::string&) override { return {}; }
   std::unique_ptr<Printer> ShowPrinter(int) override { return nullptr; }
-  Printer* PicturePrinter() override { return nullptr; }
+  std::unique_ptr<Printer> PicturePrinter() override { return nullptr; }
   void SetReportTopmost() override {}
   void SetEditorTopmost(bool) override {}
   void MoveEditorOffScreen() override {}

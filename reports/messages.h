@@ -92,6 +92,7 @@ inline constexpr const char* DrawingWord = "AutoCAD FILE: ";
 inline constexpr const char* PageHeadStart = "LEG          ";
 inline constexpr const char* PageHeadEnd =
     "            LENGTH      ARCLENGTH         RADIUS       ARCAREA +/-";
+inline constexpr const char* Continued = " (continued)";  // the name on a page that goes on
 inline constexpr const char* PlusMark = " + ";
 inline constexpr const char* MinusMark = "  -";
 inline constexpr const char* AreaWord = "AREA: ";
@@ -99,5 +100,6 @@ inline constexpr const char* DistanceWord = "Misclosure Distance: ";
 inline constexpr const char* ErrorWord = "Error of closure: ";
 inline constexpr const char* TotalWord = "Total Distance: ";
 inline constexpr const char* DirectionWord = "Misclosure Direction: ";
+
 
 }  // namespace parvenna::reports::messages

@@ -6,6 +6,7 @@
 #include "editor/editor_form.h"
 #include "geometry/numbers.h"
 #include "reports/messages.h"
+#include "reports/page_flow.h"
 #include "reports/report_form.h"
 #include "reports/report_format.h"
 
@@ -27,8 +28,6 @@ std::int16_t ToInteger(double value) {
 
 void PictureReport::PictureRun() {
   if (!AskYesNo(form_.prompter, PrintThisReport)) return;
-  Printer* printer = form_.windows.PicturePrinter();
-  if (printer == nullptr) return;
 
   SketchBox& box = editor_.picParcel;
   PictureImage* image = dynamic_cast<PictureImage*>(&editor_.picture);
@@ -48,6 +47,16 @@ void PictureReport::PictureRun() {
     Inform(form_.prompter, NoDataPicture);
     return;  // the box stays as it is
   }
+  // The printer is chosen when the first page is due, and the run keeps it
+  // to its end: on paper each parcel is a job of its own, and a PDF holds
+  // the pages of the whole run. A cancelled choice ends the run.
+  std::unique_ptr<Printer> printer;
+  const auto print = [&] {
+    if (!printer) printer = form_.windows.PicturePrinter();
+    if (!printer) return false;
+    PicturePage(*printer);
+    return true;
+  };
   editor_.SetListIndex(0);
   const ComboBox& chosen = form_.cbxParcel;
   const bool single = !chosen.Text.empty();
@@ -62,7 +71,7 @@ void PictureReport::PictureRun() {
         if (c >= 0 && c < chosen.ListCount() &&
             list.ItemData[static_cast<std::size_t>(current)] ==
                 chosen.ItemData[static_cast<std::size_t>(c)]) {
-          PicturePage(*printer);
+          print();
           byCounting = false;
           break;
         }
@@ -71,7 +80,7 @@ void PictureReport::PictureRun() {
         const double tolerance = form_.project.ClosureToleranceValue;
         if (form_.optPassFail[0].Value || (form_.optPassFail[1].Value && closure <= tolerance) ||
             (form_.optPassFail[2].Value && closure > tolerance)) {
-          PicturePage(*printer);
+          if (!print()) break;
         }
       }
     }
@@ -81,6 +90,7 @@ void PictureReport::PictureRun() {
       form_.windows.DoEvents();
     }
   }
+  printer.reset();  // the last job, or the PDF file, is complete
   box.Top = savedTop;
   box.Left = savedLeft;
   box.Height = savedHeight;
@@ -101,9 +111,37 @@ void PictureReport::PicturePage(Printer& p) {
     if (ignoring) ResumeNext(statement);
     else statement();
   };
+  const std::string& name = editor_.cbxParcel.Text;
+  const std::string head = PageHeadStart + form_.DirectionLabel + PageHeadEnd;
+  // The course rows and their head are blank-padded columns, printed in
+  // the fixed-pitch font: each column ends where the next begins and the
+  // figures stand right-aligned.
+  const auto columnFont = [&p](bool bold) {
+    p.FontName = ColumnFont;
+    p.FontSize = ColumnFontSize;
+    p.FontBold = bold;
+  };
+  bool inRows = false;
+  PageFlow flow(p, PageTopMargin, PageBottomMargin);
+  flow.repeatHeads = [&] {
+    // A page that goes on says with which parcel, and over the rows their heads.
+    p.FontName = PageFont;
+    p.FontSize = 12;
+    p.FontBold = true;
+    p.CurrentX = 0.5;
+    p.Print(ParcelWord, false);
+    p.FontBold = false;
+    p.Print(name + Continued);
+    if (inRows) {
+      columnFont(true);
+      p.CurrentX = 0.5;
+      p.Print(head + CrLf);
+    }
+  };
 
   p.Orientation = 1;
   p.ScaleMode = 5;
+  p.FontName = PageFont;
   p.FontSize = 24;
   p.FontBold = true;
   p.FontUnderline = true;
@@ -125,18 +163,17 @@ void PictureReport::PicturePage(Printer& p) {
   p.FontSize = 12;
   p.CurrentX = 0.5;
   p.Print(ParcelWord, false);
-  p.Print(editor_.cbxParcel.Text + CrLf);
+  p.Print(name + CrLf);
   p.FontBold = true;
   p.CurrentX = 0.5;
   p.Print(DrawingWord, false);
   p.FontBold = false;
   p.FontSize = 10;
   p.Print(form_.project.DrawingFile + CrLf);
-  p.FontSize = 12;
-  p.FontBold = true;
+  columnFont(true);
   p.CurrentX = 0.5;
-  p.Print(PageHeadStart + form_.DirectionLabel + PageHeadEnd + CrLf);
-  p.FontBold = false;
+  p.Print(head + CrLf);
+  inRows = true;
 
   double total = 0;
   std::string text;  // one text for the columns of a curve
@@ -144,7 +181,15 @@ void PictureReport::PicturePage(Printer& p) {
   for (int i = 0; i < rows && i < CourseLimit; ++i) {
     const auto row = static_cast<std::size_t>(i);
     const std::string number = std::to_string(i + 1);
-    if (!editor_.txtBearingArc[row].Text.empty()) {
+    const bool curve = !editor_.txtBearingArc[row].Text.empty();
+    if (!curve && editor_.txtBearingLine[row].Text.empty()) continue;
+    // A row begins on the next page when it would cross the bottom margin.
+    run([&] {
+      columnFont(false);
+      flow.Room(p.TextHeight());
+      columnFont(false);
+    });
+    if (curve) {
       run([&] { p.CurrentX = 0.5; p.Print(PadLeft(number, 5), false); });
       run([&] { p.CurrentX = 1.0; p.Print(PadLeft(editor_.txtBearingArc[row].Text, 16), false); });
       run([&] { p.CurrentX = 2.3; p.Print(PadLeft(F(editor_.txtChord[row].Text), 16), false); });
@@ -171,25 +216,23 @@ void PictureReport::PicturePage(Printer& p) {
         p.Print(editor_.chksign[2 * row].Value == 1 ? PlusMark : MinusMark);
       });
       run([&] { total = Checked(total + TextToDouble(editor_.txtArc[row].Text)); });
-    } else if (!editor_.txtBearingLine[row].Text.empty()) {
+    } else {
       run([&] { p.CurrentX = 0.5; p.Print(PadLeft(number, 5), false); });
       run([&] { p.CurrentX = 1.0; p.Print(PadLeft(editor_.txtBearingLine[row].Text, 16), false); });
       run([&] { p.CurrentX = 2.3; p.Print(PadLeft(F(editor_.txtDistanceLine[row].Text), 16)); });
       run([&] { total = Checked(total + TextToDouble(editor_.txtDistanceLine[row].Text)); });
     }
-    if (p.CurrentY > 11) {
-      p.NewPage();
-      p.CurrentY = 0.5;
-    }
   }
+  inRows = false;
   const ResultPanel& r = editor_.results;
+  // The figures: a blank line and two lines of 12 points, kept together.
   run([&] {
-    if (p.CurrentY > 10) {
-      p.NewPage();
-      p.CurrentY = 0.5;
-    }
+    p.FontName = PageFont;
+    p.FontSize = 12;
+    p.FontBold = true;
+    flow.Room(4 * p.TextHeight());
   });
-  run([&] { p.FontBold = true; p.Print(CrLf); });
+  run([&] { p.FontName = PageFont; p.FontSize = 12; p.FontBold = true; p.Print(CrLf); });
   run([&] { p.CurrentX = 0.5; p.FontBold = true; p.Print(AreaWord, false); });
   run([&] { p.FontBold = false; p.Print(F(r.lblArea.Caption), false); });
   run([&] { p.CurrentX = 3.0; p.FontBold = true; p.Print(DistanceWord, false); });
@@ -203,16 +246,13 @@ void PictureReport::PicturePage(Printer& p) {
     p.FontBold = false;
     p.Print(F(r.lblDirection.Caption) + CrLf + CrLf);
   });
-  run([&] {
-    if (p.CurrentY > 7) {
-      p.NewPage();
-      p.CurrentY = 0.5;
-    }
-  });
+  // The sketch: a 4 inch square in the middle of an 8.5 inch wide page,
+  // below the text, on the next page when it does not fit.
+  constexpr double s = 4;
+  run([&] { flow.Room(s); });
   run([&] {
     const PictureImage* image = dynamic_cast<const PictureImage*>(&editor_.picture);
     if (image == nullptr) throw RunError(ErrorNumber::InvalidCall, "The sketch has no image");
-    const double s = 4;
     p.PaintPicture(*image, (8.5 - s) / 2, p.CurrentY, s, s);
   });
   run([&] { p.NewPage(); });

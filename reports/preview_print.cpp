@@ -1,4 +1,5 @@
 // The preview on paper: its lines in the fixed-pitch font, page after page.
+#include "reports/page_flow.h"
 #include "reports/report_form.h"
 
 namespace parvenna::reports {
@@ -33,16 +34,14 @@ void ReportForm::PrintPreview(Printer& printer) const {
   printer.FontSize = kPreviewFontSize;
   printer.FontBold = printer.FontUnderline = false;
   printer.CurrentY = kMargin;
+  PageFlow flow(printer, kMargin, kMargin);
   std::size_t start = 0;
   while (start < text.size()) {
     std::size_t end = text.find('\n', start);
     if (end == std::string_view::npos) end = text.size();
     std::string_view line = text.substr(start, end - start);
     if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-    if (printer.CurrentY + printer.TextHeight() > printer.ScaleHeight() - kMargin) {
-      printer.NewPage();
-      printer.CurrentY = kMargin;
-    }
+    flow.Room(printer.TextHeight());
     printer.CurrentX = kMargin;
     printer.Print(line);
     start = end + 1;

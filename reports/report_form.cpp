@@ -165,11 +165,10 @@ FilterChoice ReportForm::Choice() const {
 // data leaves them empty. Nothing reads them in between, so they are not
 // emptied first: a work file written over keeps its pages on the disk.
 void ReportForm::SetWorkPaths(bool withCsv) {
-  const std::string directory = WorkDirectoryOverride.empty()
-                                    ? WorkDirectory(project.AppDirectory)
-                                    : WorkDirectoryOverride;
-  ReportTextPath = WorkFilePath(directory, messages::TextWorkFile);
-  if (withCsv) ReportCsvPath = WorkFilePath(directory, messages::CsvWorkFile);
+  const std::string& directory =
+      WorkDirectoryOverride.empty() ? project.AppDirectory : WorkDirectoryOverride;
+  ReportTextPath = WorkFile(directory, messages::TextWorkFile);
+  if (withCsv) ReportCsvPath = WorkFile(directory, messages::CsvWorkFile);
 }
 
 void ReportForm::LoadPreview(std::string&& written, bool writtenOk) {
@@ -252,6 +251,12 @@ void ReportForm::cmdPrint_Click() {
 }
 
 void ReportForm::cmdClose_Click() { Form_Unload(); }
+
+void ReportForm::HelpMenu_Click(const std::string& name) {
+  for (const ReportMenus::Entry& entry : ReportMenus::Entries) {
+    if (name == entry.name) windows.RunMainMenu(entry.namesake);
+  }
+}
 
 void ReportForm::SetUpPictureWindow() {
   windows.MoveEditorOffScreen();

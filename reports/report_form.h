@@ -5,6 +5,7 @@
 
 #include "platform/controls.h"
 #include "platform/prompter.h"
+#include "reports/messages.h"
 #include "reports/report_course.h"
 #include "reports/report_filter.h"
 #include "reports/report_windows.h"
@@ -42,13 +43,28 @@ struct BarFrame {
   double Height = 480;
 };
 
+// The window's Help menu. Each entry does what its namesake in the main
+// menu does.
 struct ReportMenus {
-  MenuItem mnuHelp = Menu("&Help");
-  MenuItem mnuQuickHelp = Menu("&Quick help");
-  MenuItem mnuAbout = Menu("About Parvenna");
-  MenuItem mnuFAQ = Menu("FAQ online");
-  MenuItem mnuSupport = Menu("Email to support");
-  MenuItem mnuComment = Menu("Email Comment");
+  MenuItem mnuHelp = Menu(messages::HelpMenu);
+  MenuItem mnuQuickHelp = Menu(messages::QuickHelpMenu);
+  MenuItem mnuAbout = Menu(messages::AboutMenu);
+  MenuItem mnuFAQ = Menu(messages::FaqMenu);
+  MenuItem mnuSupport = Menu(messages::SupportMenu);
+  MenuItem mnuComment = Menu(messages::CommentMenu);
+
+  struct Entry {
+    const char* name;
+    MenuItem ReportMenus::*item;
+    const char* namesake;  // the entry of the main menu it runs
+  };
+  static constexpr std::array<Entry, 5> Entries{{
+      {"mnuQuickHelp", &ReportMenus::mnuQuickHelp, "mnuHelp"},
+      {"mnuAbout", &ReportMenus::mnuAbout, "mnuAbout"},
+      {"mnuFAQ", &ReportMenus::mnuFAQ, "mnuFAQ"},
+      {"mnuSupport", &ReportMenus::mnuSupport, "mnuSupport"},
+      {"mnuComment", &ReportMenus::mnuComment, "mnuComment"},
+  }};
 };
 
 // frmReport: the one window of the three closure reports. It reads the
@@ -99,6 +115,8 @@ class ReportForm {
   void cmdExport_Click();
   void cmdPrint_Click();
   void cmdClose_Click();
+  // An entry of the Help menu, by its name: runs its namesake.
+  void HelpMenu_Click(const std::string& name);
 
   // The narrow window of the picture report, which shows only the bar and
   // puts "Save as" outside it.

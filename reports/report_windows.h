@@ -19,9 +19,11 @@ class ReportWindows {
   // dlgIOFile.ShowPrinter with its Flags (256 return a printer, +1 print the
   // selection): the printer chosen, paper or a PDF file; nothing on cancel.
   virtual std::unique_ptr<Printer> ShowPrinter(int flags) = 0;
-  // The printer of the picture report, which prints without a dialog of its
-  // own; nothing when there is none.
-  virtual Printer* PicturePrinter() = 0;
+  // The printer of a picture run, chosen when its first page is due and
+  // kept by the run to its end: on paper each EndDoc sends a parcel's job, a
+  // PDF file holds every page of the run and is complete when the printer
+  // goes. Nothing when the choice is cancelled.
+  virtual std::unique_ptr<Printer> PicturePrinter() = 0;
 
   // The window calls: topmost states, the editor moved off the screen while
   // it serves as the print source and brought back to the centre.
@@ -31,6 +33,8 @@ class ReportWindows {
   virtual void CenterEditor() = 0;
   // Lets pending events run.
   virtual void DoEvents() = 0;
+  // Runs an entry of the main menu by its name (the Help menu's namesakes).
+  virtual void RunMainMenu(const std::string& name) { (void)name; }
 
   // The screen in twips.
   virtual double ScreenWidth() const { return 1920 * 15.0; }

@@ -43,6 +43,10 @@ std::string WorkDirectory(const std::string& appDirectory) {
   return DirectoryWritable(appDirectory) ? appDirectory : PerUserDirectory();
 }
 
+std::string WorkFile(const std::string& appDirectory, std::string_view name) {
+  return WorkFilePath(WorkDirectory(appDirectory), name);
+}
+
 std::string WorkFilePath(std::string_view directory, std::string_view name) {
   std::string path(directory);
   if (path.empty() || !store::IsSeparator(path.back())) path += store::kSeparator;

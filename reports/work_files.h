@@ -13,6 +13,10 @@ namespace parvenna::reports {
 // made when needed.
 std::string WorkDirectory(const std::string& appDirectory);
 
+// The work file `name` of a program in `appDirectory`: every report finds
+// its work files here, and only here.
+std::string WorkFile(const std::string& appDirectory, std::string_view name);
+
 // The directory and the name with one separator between.
 std::string WorkFilePath(std::string_view directory, std::string_view name);
 

@@ -255,12 +255,16 @@ void MainWindow::ShowAbout(const std::string& credits) {
 }
 
 void MainWindow::ShowReport(const std::string& caption) {
-  if (!report_) {
-    // The editor stays inside the main window, whose rules keep it above the
-    // drawing; the report window leaves its placing alone.
-    report_ = new ReportWindow(shell_->state, prompter_, &shell_->frmEditor, nullptr, this);
-    report_->setWindowFlag(Qt::Window);
-  }
+  // Each opening is a window of its own, loaded from the project file as it
+  // stands now; one still open gives way to it.
+  if (report_) report_->close();
+  // The editor stays inside the main window, whose rules keep it above the
+  // drawing; the report window leaves its placing alone.
+  report_ = new ReportWindow(shell_->state, prompter_, &shell_->frmEditor, nullptr, this);
+  report_->setAttribute(Qt::WA_DeleteOnClose);
+  report_->setWindowFlag(Qt::Window);
+  report_->SetHooks({[this] { RefreshAll(); }, [this](const std::string& name) { Trigger(name); },
+                     [this](const std::function<void()>& handler) { Run(handler); }});
   // The menu's guard has passed: the editor's Save is off.
   report_->Open(reports::KindOfCaption(caption), false);
 }

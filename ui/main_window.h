@@ -5,6 +5,7 @@
 #include <vector>
 
 #include <QMainWindow>
+#include <QPointer>
 
 #include "drawing/view_host.h"
 #include "shell/shell.h"
@@ -97,8 +98,8 @@ class MainWindow : public QMainWindow, public shell::ShellWindows, public drawin
   DrawingWindow* drawing_ = nullptr;
   QMdiSubWindow* editorSub_ = nullptr;
   QMdiSubWindow* drawingSub_ = nullptr;
+  QPointer<ReportWindow> report_;  // the open report window, if any
   // Made when first asked for.
-  ReportWindow* report_ = nullptr;
   CreateDialog* create_ = nullptr;
   SettingDialog* setting_ = nullptr;
   std::vector<Entry> entries_;

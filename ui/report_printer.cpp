@@ -14,6 +14,8 @@
 #include <QPdfWriter>
 #include <QPrinter>
 
+#include "reports/page_flow.h"
+
 namespace parvenna::ui {
 namespace {
 
@@ -74,6 +76,7 @@ std::unique_ptr<QtPrinter> QtPrinter::ForPdf(const std::string& path) {
   p->pdf_->setPageLayout(QPageLayout(QPageSize(QPageSize::Letter), QPageLayout::Portrait,
                                      QMarginsF(0, 0, 0, 0), QPageLayout::Inch));
   p->device_ = p->pdf_.get();
+  p->oneFile_ = true;
   return p;
 }
 
@@ -82,6 +85,8 @@ std::unique_ptr<QtPrinter> QtPrinter::ForPrinter(std::unique_ptr<QPrinter> print
   p->printer_ = std::move(printer);
   p->printer_->setFullPage(true);  // positions from the paper's corner
   p->device_ = p->printer_.get();
+  // Each job begun anew on a PDF printer would write the file over.
+  p->oneFile_ = p->printer_->outputFormat() == QPrinter::PdfFormat;
   return p;
 }
 
@@ -93,6 +98,11 @@ double QtPrinter::Dpi() const { return device_ ? device_->logicalDpiY() : 72; }
 
 QFont QtPrinter::CurrentFont() const {
   QFont font(QString::fromStdString(FontName));
+  // The columns' font, where the desktop lacks it, is another fixed-pitch one.
+  if (FontName == reports::ColumnFont) {
+    font.setStyleHint(QFont::TypeWriter);
+    font.setFixedPitch(true);
+  }
   font.setPointSizeF(FontSize > 0 ? FontSize : 10);
   font.setBold(FontBold);
   font.setUnderline(FontUnderline);
@@ -121,14 +131,13 @@ void QtPrinter::ApplyOrientation() {
 
 void QtPrinter::StartDoc() {
   if (painter_.isActive()) {
-    // A further job of a PDF run: the file goes on with a new page.
+    // A further job into one file: the file goes on with a new page.
     ApplyOrientation();
     device_->newPage();
     return;
   }
   ApplyOrientation();
   painter_.begin(device_);
-  anyPage_ = true;
 }
 
 void QtPrinter::StartPage() {
@@ -160,7 +169,7 @@ void QtPrinter::DrawPicture(const PictureImage& picture, double x, double y, dou
 
 void QtPrinter::FinishDoc() {
   // Paper sends each job; a PDF keeps the file open for the run's next job.
-  if (printer_ && painter_.isActive()) painter_.end();
+  if (!oneFile_ && painter_.isActive()) painter_.end();
 }
 
 void EnsureApplication() {

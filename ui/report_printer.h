@@ -36,9 +36,10 @@ class PagePictureCanvas : public Canvas {
 };
 
 // The Printer port on Qt: paper through a QPrinter the print dialog set up,
-// or a PDF file. Positions are inches from the paper's corner. A PDF keeps
-// every job of a run in one file, a job after the other; on paper each
-// EndDoc sends its job. The document is complete when the printer goes.
+// or a PDF file, made here or chosen in the dialog ("Print to File").
+// Positions are inches from the paper's corner. A PDF keeps every job of a
+// run in one file, a job after the other, and is complete when the printer
+// goes; on paper each EndDoc sends its job.
 class QtPrinter : public Printer {
  public:
   static std::unique_ptr<QtPrinter> ForPdf(const std::string& path);
@@ -68,7 +69,7 @@ class QtPrinter : public Printer {
   std::unique_ptr<QPdfWriter> pdf_;
   QPagedPaintDevice* device_ = nullptr;
   QPainter painter_;
-  bool anyPage_ = false;
+  bool oneFile_ = false;  // a PDF: the jobs go on in one file
 };
 
 // A PDF printer for the command-line tool: makes the application object that

@@ -7,6 +7,7 @@
 #include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -33,12 +34,28 @@ QString DialogFilter(const std::string& filter) {
   return out.join(";;");
 }
 
+// The preview shows the report without its CR, and counts its positions in
+// UTF-16 units; the model counts the characters of the report's own text,
+// CR LF and all. The character of the report at a position of the preview.
+std::size_t ReportCharacterAt(std::string_view text, qsizetype shown) {
+  std::size_t characters = 0;
+  qsizetype units = 0;
+  for (std::size_t i = 0; i < text.size() && units < shown; ++characters) {
+    const auto lead = static_cast<unsigned char>(text[i]);
+    const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC0 ? 2 : 1;
+    if (lead != '\r') units += length == 4 ? 2 : 1;  // beyond the first plane: two units
+    i += length;
+  }
+  return characters;
+}
+
 }  // namespace
 
 ReportWindow::ReportWindow(store::ProjectState& project, Prompter& prompter,
                            editor::EditorForm* editor, QWidget* editorWindow, QWidget* parent)
     : QWidget(parent, Qt::Window), form_(project, prompter, *this, editor), editorWindow_(editorWindow) {
   setObjectName("frmReport");
+  BuildMenu();
   auto* bar = new QWidget(this);
   bar->setObjectName("frameBar");
   auto* barLayout = new QHBoxLayout(bar);
@@ -74,7 +91,7 @@ ReportWindow::ReportWindow(store::ProjectState& project, Prompter& prompter,
   fixed.setStyleHint(QFont::TypeWriter);
   fixed.setFixedPitch(true);
   rtfReport_->setFont(fixed);
-  auto* layout = new QVBoxLayout(this);
+  auto* layout = qobject_cast<QVBoxLayout*>(this->layout());
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(0);
   layout->addWidget(bar);
@@ -86,26 +103,49 @@ ReportWindow::ReportWindow(store::ProjectState& project, Prompter& prompter,
 
 ReportWindow::~ReportWindow() = default;
 
+void ReportWindow::BuildMenu() {
+  auto* layout = new QVBoxLayout(this);
+  auto* menuBar = new QMenuBar(this);
+  menuBar->setObjectName("menuBar");
+  QMenu* help = menuBar->addMenu(Q(form_.menus.mnuHelp.Caption));
+  help->setObjectName("mnuHelp");
+  for (const reports::ReportMenus::Entry& entry : reports::ReportMenus::Entries) {
+    QAction* action = help->addAction(Q((form_.menus.*entry.item).Caption));
+    action->setObjectName(entry.name);
+    const std::string name = entry.name;
+    connect(action, &QAction::triggered, this, [this, name] { Run([&] { form_.HelpMenu_Click(name); }); });
+  }
+  layout->setMenuBar(menuBar);
+}
+
 void ReportWindow::bind() {
   for (int i = 0; i < 3; ++i) {
-    connect(optPassFail_[static_cast<std::size_t>(i)], &QRadioButton::clicked, this, [this, i] {
-      form_.SetOptionValue(i, true);
-      Refresh();
-    });
+    connect(optPassFail_[static_cast<std::size_t>(i)], &QRadioButton::clicked, this,
+            [this, i] { Run([&] { form_.SetOptionValue(i, true); }); });
   }
-  connect(cbxParcel_, qOverload<int>(&QComboBox::activated), this, [this](int index) {
-    form_.SelectParcel(index);
-    Refresh();
-  });
-  connect(cmdExport_, &QPushButton::clicked, this, [this] { form_.cmdExport_Click(); });
-  connect(cmdPrint_, &QPushButton::clicked, this, [this] {
-    const QTextCursor cursor = rtfReport_->textCursor();
-    form_.rtfReport.SelStart = static_cast<std::size_t>(cursor.selectionStart());
-    form_.rtfReport.SelLength = static_cast<std::size_t>(cursor.selectionEnd() - cursor.selectionStart());
-    form_.cmdPrint_Click();
-    Refresh();
-  });
+  connect(cbxParcel_, qOverload<int>(&QComboBox::activated), this,
+          [this](int index) { Run([&] { form_.SelectParcel(index); }); });
+  connect(cmdExport_, &QPushButton::clicked, this, [this] { Run([&] { form_.cmdExport_Click(); }); });
+  connect(cmdPrint_, &QPushButton::clicked, this, [this] { Print(); });
   connect(cmdClose_, &QPushButton::clicked, this, [this] { close(); });
+}
+
+void ReportWindow::Run(const std::function<void()>& handler) {
+  if (hooks_.guard) hooks_.guard(handler);
+  else handler();
+  Refresh();
+}
+
+void ReportWindow::Print() {
+  const QTextCursor cursor = rtfReport_->textCursor();
+  const std::string_view text = form_.rtfReport.Text;
+  const std::size_t start = ReportCharacterAt(text, cursor.selectionStart());
+  form_.rtfReport.SelStart = start;
+  form_.rtfReport.SelLength = ReportCharacterAt(text, cursor.selectionEnd()) - start;
+  const bool picture = form_.Kind() == reports::ReportKind::Picture;
+  Run([&] { form_.cmdPrint_Click(); });
+  // A picture run leaves the editor on another parcel.
+  if (picture && hooks_.editorChanged) hooks_.editorChanged();
 }
 
 void ReportWindow::Refresh() {
@@ -144,11 +184,14 @@ void ReportWindow::Refresh() {
 void ReportWindow::Open(reports::ReportKind kind, bool editorSaveEnabled) {
   if (!reports::OpenReport(kind, editorSaveEnabled, form_)) return;
   form_.Form_Load();
+  Refresh();
   if (kind == reports::ReportKind::Picture) {
-    resize(static_cast<int>(form_.Width / kTwipsPerPixel), sizeHint().height());
+    // The narrow window of the bar alone, measured once the preview is hidden.
+    layout()->activate();
+    resize(std::max(static_cast<int>(form_.Width / kTwipsPerPixel), minimumSizeHint().width()),
+           sizeHint().height());
     move(static_cast<int>(form_.Left / kTwipsPerPixel), static_cast<int>(form_.Top / kTwipsPerPixel));
   }
-  Refresh();
   show();
 }
 
@@ -194,12 +237,10 @@ std::unique_ptr<Printer> ReportWindow::ShowPrinter(int flags) {
   return QtPrinter::ForPrinter(std::move(printer));
 }
 
-Printer* ReportWindow::PicturePrinter() {
-  // The run's printer, chosen once a run: paper, or a PDF file in the dialog.
+std::unique_ptr<Printer> ReportWindow::PicturePrinter() {
   std::unique_ptr<QPrinter> printer = ChoosePrinter(false);
   if (!printer) return nullptr;
-  picturePrinter_ = QtPrinter::ForPrinter(std::move(printer));
-  return picturePrinter_.get();
+  return QtPrinter::ForPrinter(std::move(printer));
 }
 
 void ReportWindow::SetReportTopmost() {
@@ -227,6 +268,10 @@ void ReportWindow::CenterEditor() {
 }
 
 void ReportWindow::DoEvents() { QApplication::processEvents(); }
+
+void ReportWindow::RunMainMenu(const std::string& name) {
+  if (hooks_.mainMenu) hooks_.mainMenu(name);
+}
 
 double ReportWindow::ScreenWidth() const {
   return QApplication::primaryScreen()->geometry().width() * kTwipsPerPixel;

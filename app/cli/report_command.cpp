@@ -103,7 +103,7 @@ class ScriptWindows : public reports::ReportWindows {
   std::unique_ptr<Printer> printer;
   std::optional<std::string> ShowSave(const std::string&) override { return {}; }
   std::unique_ptr<Printer> ShowPrinter(int) override { return std::move(printer); }
-  Printer* PicturePrinter() override { return printer.get(); }
+  std::unique_ptr<Printer> PicturePrinter() override { return std::move(printer); }
   void SetReportTopmost() override {}
   void SetEditorTopmost(bool) override {}
   void MoveEditorOffScreen() override {}
@@ -180,7 +180,9 @@ int Run(const ReportOptions& o, std::ostream& out, std::ostream& err,
   std::unique_ptr<editor::EditorForm> editor;
   if (o.kind == ReportKind::Picture) {
     editor = std::make_unique<editor::EditorForm>(state, prompter, sketch, host);
-    editor->Show_Parcels();
+    // The list alone: the run loads each parcel itself, the first one too,
+    // and one without courses is passed over with its message.
+    editor->Parcel_Bound();
   }
   reports::ReportForm form(state, prompter, windows, editor.get());
   form.WorkDirectoryOverride = work.Path();

@@ -2,6 +2,10 @@
 // screen, one job a parcel, placed by inches on a recording printer.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cctype>
+#include <sstream>
+
 #include "editor/editor_form.h"
 #include "reports/picture_report.h"
 #include "reports/recorded_picture.h"
@@ -42,7 +46,7 @@ struct PictureWindow {
   const std::vector<RecordingPrinter::Job>& Print() {
     prompter.Answer({MsgAnswer::Yes});
     form.cmdPrint_Click();
-    return windows.picturePrinter.jobs;
+    return windows.pictureJobs;
   }
 };
 
@@ -117,7 +121,7 @@ TEST(PictureReport, OptionsChooseByTheEditorsClosureAndPrintTheirWord) {
   EXPECT_NE(lines.find("(PASS)\n"), std::string::npos);
   EXPECT_NE(lines.find("PARCEL: Lot 1"), std::string::npos);
 
-  w.windows.picturePrinter.jobs.clear();
+  w.windows.pictureJobs.clear();
   w.form.SetOptionValue(2, true);
   jobs = w.Print();
   ASSERT_EQ(jobs.size(), 1u);
@@ -150,9 +154,6 @@ TEST(PictureReport, ACurveWithRadiusZeroShowsTheRadiusInTheAreaColumn) {
             std::string::npos);
 }
 
-// The rows break after the row that ends below 11 inches and go on at 0.5;
-// the figures move to a new page when the rows end below 10, the sketch when
-// the text ends below 7.
 std::vector<RecordingPrinter::Page> PagesOfParcelWith(int courses) {
   ReportProject p;
   std::vector<StoredRow> rows;
@@ -168,31 +169,78 @@ bool Has(const RecordingPrinter::Page& page, const std::string& text) {
   return page.Lines().find(text) != std::string::npos;
 }
 
-TEST(PictureReport, ALongParcelBreaksItsPages) {
-  const double line = 12 * 1.15 / 72;
-  auto pages = PagesOfParcelWith(50);
-  ASSERT_EQ(pages.size(), 2u);
-  double lastY = 0;
-  for (const auto& t : pages[0].texts) lastY = std::max(lastY, t.y);
-  EXPECT_LE(lastY, 11);
-  EXPECT_GT(lastY + line, 11);
-  EXPECT_EQ(pages[1].texts.front().y, 0.5);
-  EXPECT_TRUE(Has(pages[1], "   45       N90"));
-  EXPECT_TRUE(Has(pages[1], "Total Distance: 500.00"));
-  EXPECT_EQ(pages[1].pictures.size(), 1u);
+// Whatever the number of courses, nothing crosses the bottom margin half an
+// inch above the paper's edge: a row that would begins the next page, where
+// the parcel's name and the column heads come first; the figures stay
+// together and the sketch stays whole, each on the next page when it does
+// not fit; every course is printed once, in order.
+TEST(PictureReport, ALongParcelBreaksItsPagesBetweenBlocksAndRepeatsItsHeads) {
+  // Ten rows leave room for all on one page; fifty rows of 9 points do not
+  // fit under the page's head and go on.
+  for (auto [courses, pageCount] : {std::pair{10, 1u}, {30, 2u}, {40, 2u}, {50, 2u}}) {
+    SCOPED_TRACE(std::to_string(courses) + " courses");
+    const auto pages = PagesOfParcelWith(courses);
+    ASSERT_EQ(pages.size(), pageCount);
+    int legs = 0, pictures = 0, areas = 0;
+    for (std::size_t k = 0; k < pages.size(); ++k) {
+      const auto& page = pages[k];
+      for (const auto& t : page.texts) EXPECT_LE(t.y + t.size * 1.15 / 72, 10.5 + 1e-9) << t.text;
+      for (const auto& picture : page.pictures) {
+        EXPECT_LE(picture.y + picture.height, 10.5 + 1e-9);
+        EXPECT_EQ(picture.height, 4);
+        ++pictures;
+      }
+      if (k > 0) {
+        EXPECT_EQ(page.texts.front().y, 0.5);
+        EXPECT_EQ(page.Lines().rfind("PARCEL: Long (continued)\n", 0), 0u) << page.Lines();
+      }
+      std::istringstream lines(page.Lines());
+      bool headSeen = false;
+      for (std::string line; std::getline(lines, line);) {
+        if (line.rfind("LEG          BEARING", 0) == 0) headSeen = true;
+        if (line.size() > 5 && line.find_first_not_of(' ') < 5 && std::isdigit(static_cast<unsigned char>(line[4]))) {
+          EXPECT_TRUE(headSeen) << "a row under its head";
+          EXPECT_EQ(std::stoi(line.substr(0, 5)), ++legs);
+        }
+        if (line.rfind("AREA: ", 0) == 0) {
+          ++areas;
+          EXPECT_TRUE(Has(page, "Total Distance: ")) << "the figures together";
+        }
+      }
+    }
+    EXPECT_EQ(legs, courses);
+    EXPECT_EQ(pictures, 1);
+    EXPECT_EQ(areas, 1);
+  }
+}
 
-  pages = PagesOfParcelWith(40);  // rows end below 10
-  ASSERT_EQ(pages.size(), 2u);
-  EXPECT_TRUE(Has(pages[0], "   40        N0"));
-  EXPECT_FALSE(Has(pages[0], "AREA: "));
-  EXPECT_TRUE(Has(pages[1], "AREA: "));
+// The printer is asked for when the first page is due, once a run: no
+// dialog when the choice takes no parcel, and a cancelled dialog ends the
+// run with the editor's sketch box given back.
+TEST(PictureReport, ThePrinterIsChosenForTheFirstPageAndACancelEndsTheRun) {
+  ReportProject p;
+  AddParcels(p);  // Lot 1 closes, Lot 3 misses by 0.5
+  PictureWindow w(p);
+  const auto asked = [&] { return std::count(w.windows.calls.begin(), w.windows.calls.end(), "PicturePrinter"); };
+  w.Print();
+  EXPECT_EQ(asked(), 1);
+  EXPECT_EQ(w.windows.pictureJobs.size(), 2u);
 
-  pages = PagesOfParcelWith(30);  // the text ends below 7
-  ASSERT_EQ(pages.size(), 2u);
-  EXPECT_TRUE(Has(pages[0], "Total Distance: 300.00"));
-  EXPECT_TRUE(pages[0].pictures.empty());
-  ASSERT_EQ(pages[1].pictures.size(), 1u);
-  EXPECT_EQ(pages[1].pictures[0].y, 0.5);
+  w.windows.calls.clear();
+  w.windows.pictureJobs.clear();
+  w.windows.printerChosen = false;
+  w.Print();
+  EXPECT_EQ(asked(), 1);
+  EXPECT_TRUE(w.windows.pictureJobs.empty());
+  EXPECT_EQ(w.editor.picParcel.Left, SketchNormalLeft);
+  EXPECT_EQ(w.windows.calls.back(), "CenterEditor");
+
+  ReportProject allPass;
+  allPass.AddParcel("Lot 1", "0", {Line(0, Dir(0, "N", "E"), "10"), Line(1, Dir(0, "S", "E"), "10")});
+  PictureWindow f(allPass);
+  f.form.SetOptionValue(2, true);
+  f.Print();
+  EXPECT_EQ(std::count(f.windows.calls.begin(), f.windows.calls.end(), "PicturePrinter"), 0);
 }
 
 TEST(PictureReport, NoAnswerNoPrinterNoParcels) {
@@ -201,14 +249,14 @@ TEST(PictureReport, NoAnswerNoPrinterNoParcels) {
   PictureWindow w(p);
   w.prompter.Answer({MsgAnswer::No});
   w.form.cmdPrint_Click();
-  EXPECT_TRUE(w.windows.picturePrinter.jobs.empty());
+  EXPECT_TRUE(w.windows.pictureJobs.empty());
   EXPECT_EQ(w.prompter.Prompts().back(), "Print this report?");
 
   ReportProject empty;
   PictureWindow e(empty);
   e.Print();
   EXPECT_EQ(e.prompter.Prompts().back(), "There is no data to print.");
-  EXPECT_TRUE(e.windows.picturePrinter.jobs.empty());
+  EXPECT_TRUE(e.windows.pictureJobs.empty());
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include "app/cli/report_command.h"
 #include "store/paths.h"
 #include "tests/reports/report_fixture.h"
+#include "tests/support/pdf_pages.h"
 #include "ui/report_printer.h"
 
 namespace parvenna::testing {
@@ -136,6 +137,25 @@ TEST(ReportCommand, PictureReportPrintsToPdf) {
   }
   EXPECT_NE(words.find("2 N90" + B + "0'0\"E 100.00 120.00 60.00 +"), std::string::npos) << words;
   EXPECT_NE(Shell("pdffonts '" + full + "'").find("Mono"), std::string::npos);
+}
+
+// A parcel without courses first in the list: the run says so and prints
+// the others, each on its page of the one PDF.
+TEST(ReportCommand, APictureRunWhoseFirstParcelHasNoCoursesPrintsTheOthers) {
+  if (!PopplerAvailable()) GTEST_SKIP() << "poppler-utils missing";
+  ReportProject p;
+  p.AddParcel("Lot 0", "0", {});
+  AddParcels(p);
+  const std::string pdf = (p.dir / "picture.pdf").string();
+  const CliRun run = Report(p, {"picture", p.Path(), "--pdf", pdf});
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_NE(run.err.find("parvenna-cli: There are no matching entries in the database.\n"),
+            std::string::npos);
+  EXPECT_EQ(run.err.find("Unkown Error"), std::string::npos) << run.err;
+  const auto pages = ReadPdf(pdf);
+  ASSERT_EQ(pages.size(), 2u);
+  EXPECT_NE(pages[0].Text().find("PARCEL: Lot 1"), std::string::npos);
+  EXPECT_NE(pages[1].Text().find("PARCEL: Lot 2"), std::string::npos);
 }
 
 }  // namespace

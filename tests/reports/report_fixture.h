@@ -23,7 +23,7 @@ class FakeReportWindows : public reports::ReportWindows {
   bool printerChosen = true;            // ShowPrinter returns a printer, or cancels
   std::vector<int> printerFlags;
   std::vector<RecordingPrinter::Job> printed;  // the jobs of the printer handed out last
-  RecordingPrinter picturePrinter;
+  std::vector<RecordingPrinter::Job> pictureJobs;  // the jobs of the last picture run
   std::vector<std::string> calls;
 
   std::optional<std::string> ShowSave(const std::string& filter) override {
@@ -36,7 +36,11 @@ class FakeReportWindows : public reports::ReportWindows {
     printed.clear();
     return std::make_unique<RecordingPrinter>(&printed);
   }
-  Printer* PicturePrinter() override { return &picturePrinter; }
+  std::unique_ptr<Printer> PicturePrinter() override {
+    calls.push_back("PicturePrinter");
+    if (!printerChosen) return nullptr;
+    return std::make_unique<RecordingPrinter>(&pictureJobs);
+  }
   void SetReportTopmost() override { calls.push_back("ReportTopmost"); }
   void SetEditorTopmost(bool topmost) override {
     calls.push_back(topmost ? "EditorTopmost" : "EditorNotTopmost");
