@@ -191,6 +191,7 @@ TEST(PictureReport, ALongParcelBreaksItsPagesBetweenBlocksAndRepeatsItsHeads) {
         ++pictures;
       }
       if (k > 0) {
+        ASSERT_FALSE(page.texts.empty()) << "a page that goes on says with what";
         EXPECT_EQ(page.texts.front().y, 0.5);
         EXPECT_EQ(page.Lines().rfind("PARCEL: Long (continued)\n", 0), 0u) << page.Lines();
       }
