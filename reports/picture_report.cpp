@@ -98,6 +98,9 @@ void PictureReport::PictureRun() {
   editor_.picture.SetSize(box.Width, box.Height);
   if (image) image->SetBackColor(savedBack);
   editor_.picture.Cls();
+  // The editor comes back on the last parcel of the run: its sketch is drawn
+  // again in the box as it was, so that the editor shows what it holds.
+  editor_.Drawing();
   if (byCounting) form_.windows.CenterEditor();
 }
 

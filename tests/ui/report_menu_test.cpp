@@ -20,6 +20,7 @@
 #include "ui/editor_window.h"
 #include "ui/main_window.h"
 #include "ui/report_window.h"
+#include "ui/sketch_view.h"
 
 namespace parvenna::ui {
 namespace {
@@ -159,6 +160,16 @@ TEST_F(ReportMenuTest, APictureRunPrintsEveryParcelToOnePdfAndTheEditorShowsWhat
   EXPECT_EQ(editor.cbxParcel.Text, "Lot 103");
   EXPECT_EQ(window.Editor().cbxParcel()->currentText().toStdString(), editor.cbxParcel.Text);
   EXPECT_EQ(window.Editor().txtParcel()->text().toStdString(), editor.txtParcel.Text);
+  // Its sketch is drawn again, with the course numbers of Lot 103 alone.
+  const QImage sketch = window.Editor().picParcel()->grab().toImage();
+  int dark = 0;
+  for (int y = 0; y < sketch.height(); ++y) {
+    for (int x = 0; x < sketch.width(); ++x) dark += qGray(sketch.pixel(x, y)) < 128;
+  }
+  EXPECT_GT(dark, 200) << "the sketch is drawn";
+  for (int row = 0; row < 10; ++row) {
+    EXPECT_EQ(window.Editor().picParcel()->LineNumber(row)->isVisible(), row < 7) << row;
+  }
 
   if (!parvenna::testing::PopplerAvailable()) GTEST_SKIP() << "poppler-utils missing";
   const auto pages = parvenna::testing::ReadPdf(pdf);
