@@ -79,16 +79,26 @@ struct ShownWindow {
     ASSERT_NE(print, nullptr);
     QTest::mouseClick(print, Qt::LeftButton);
   }
+  // A picture run, answered Yes: the pages of the PDF.
+  std::vector<PdfPage> PrintPictures() {
+    prompter.Answer({MsgAnswer::Yes});
+    ClickPrint();
+    return ReadPdf(pdf);
+  }
 };
+
+// A closed rectangle, `north` by `east`.
+std::vector<StoredRow> Rectangle(const std::string& north, const std::string& east) {
+  return {Line(0, Dir(0, "N", "E"), north), Line(1, Dir(90, "N", "E"), east),
+          Line(2, Dir(0, "S", "E"), north), Line(3, Dir(90, "S", "W"), east)};
+}
 
 // Parcels whose lengths run from tens to thousands of feet.
 void AddLots(ReportProject& p, int count) {
   for (int i = 1; i <= count; ++i) {
     char name[16];
     std::snprintf(name, sizeof name, "Lot %05d", i);
-    const std::string side = std::to_string(1000 + i) + ".5";
-    p.AddParcel(name, "0", {Line(0, Dir(0, "N", "E"), side), Line(1, Dir(90, "N", "E"), "20"),
-                            Line(2, Dir(0, "S", "E"), side), Line(3, Dir(90, "S", "W"), "20")});
+    p.AddParcel(name, "0", Rectangle(std::to_string(1000 + i) + ".5", "20"));
   }
 }
 
@@ -130,14 +140,9 @@ TEST(ReportWindowPrinting, TheSelectionPrintsTheLotSelected) {
 TEST(ReportWindowPrinting, APictureRunToPdfKeepsEveryParcelsPage) {
   if (!PopplerAvailable()) GTEST_SKIP() << "poppler-utils missing";
   ReportProject p;
-  for (const char* name : {"Lot 101", "Lot 102", "Lot 103"}) {
-    p.AddParcel(name, "0", {Line(0, Dir(0, "N", "E"), "100"), Line(1, Dir(90, "N", "E"), "50"),
-                            Line(2, Dir(0, "S", "E"), "100"), Line(3, Dir(90, "S", "W"), "50")});
-  }
+  for (const char* name : {"Lot 101", "Lot 102", "Lot 103"}) p.AddParcel(name, "0", Rectangle("100", "50"));
   ShownWindow w(p, ReportKind::Picture);
-  w.prompter.Answer({MsgAnswer::Yes});
-  w.ClickPrint();
-  const auto pages = ReadPdf(w.pdf);
+  const auto pages = w.PrintPictures();
   ASSERT_EQ(pages.size(), 3u);
   for (std::size_t k = 0; k < pages.size(); ++k) {
     const std::string text = pages[k].Text();
@@ -157,9 +162,7 @@ TEST(ReportWindowPrinting, ALongParcelBreaksBetweenRowsAndRepeatsItsHeads) {
   for (int i = 0; i < 50; ++i) rows.push_back(Line(i, Dir(i % 2 ? 0 : 90, "N", "E"), "10"));
   p.AddParcel("Long Lot", "0", rows);
   ShownWindow w(p, ReportKind::Picture);
-  w.prompter.Answer({MsgAnswer::Yes});
-  w.ClickPrint();
-  const auto pages = ReadPdf(w.pdf);
+  const auto pages = w.PrintPictures();
   ASSERT_GE(pages.size(), 2u);
   std::vector<int> legs;
   for (const PdfPage& page : pages) {
@@ -187,12 +190,9 @@ TEST(ReportWindowPrinting, ALongParcelBreaksBetweenRowsAndRepeatsItsHeads) {
 TEST(ReportWindowPrinting, ThePicturePagesColumnsLineUp) {
   if (!PopplerAvailable()) GTEST_SKIP() << "poppler-utils missing";
   ReportProject p;
-  p.AddParcel("Lot 7", "0", {Line(0, Dir(0, "N", "E"), "1320"), Line(1, Dir(90, "N", "E"), "11.11"),
-                             Line(2, Dir(0, "S", "E"), "1320"), Line(3, Dir(90, "S", "W"), "11.11")});
+  p.AddParcel("Lot 7", "0", Rectangle("1320", "11.11"));
   ShownWindow w(p, ReportKind::Picture);
-  w.prompter.Answer({MsgAnswer::Yes});
-  w.ClickPrint();
-  const auto pages = ReadPdf(w.pdf);
+  const auto pages = w.PrintPictures();
   ASSERT_EQ(pages.size(), 1u);
   std::vector<double> ends;
   for (const PdfWord& word : pages[0].words) {
