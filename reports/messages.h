@@ -101,5 +101,4 @@ inline constexpr const char* ErrorWord = "Error of closure: ";
 inline constexpr const char* TotalWord = "Total Distance: ";
 inline constexpr const char* DirectionWord = "Misclosure Direction: ";
 
-
 }  // namespace parvenna::reports::messages

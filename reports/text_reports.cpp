@@ -71,7 +71,9 @@ bool ParcelIdOf(const store::Value& value, long& id) {
 // The CSV rows are read by spreadsheets: a field that holds a comma or a
 // quote (a length of 1,000 or more, every direction with its seconds mark)
 // is quoted, its quotes doubled, so that it stays one cell.
-bool NeedsQuotes(std::string_view field) { return field.find_first_of(",\"") != std::string_view::npos; }
+bool NeedsQuotes(std::string_view field) {
+  return field.find_first_of(",\"") != std::string_view::npos;
+}
 
 void AppendQuoted(std::string& out, std::string_view field) {
   out += '"';

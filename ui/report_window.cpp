@@ -237,11 +237,7 @@ std::unique_ptr<Printer> ReportWindow::ShowPrinter(int flags) {
   return QtPrinter::ForPrinter(std::move(printer));
 }
 
-std::unique_ptr<Printer> ReportWindow::PicturePrinter() {
-  std::unique_ptr<QPrinter> printer = ChoosePrinter(false);
-  if (!printer) return nullptr;
-  return QtPrinter::ForPrinter(std::move(printer));
-}
+std::unique_ptr<Printer> ReportWindow::PicturePrinter() { return ShowPrinter(0); }
 
 void ReportWindow::SetReportTopmost() {
   // A window flag changed on a shown window hides it; a window of the main
