@@ -120,6 +120,30 @@ CourseRowView::CourseRowView(QWidget* rowArea, int rowIndex) : row(rowIndex) {
   chkMinus->setGeometry(Px(kMinusLeft), Px(kSecondLineTop), Px(kSignWidth), Px(kFieldHeight));
   cmdArcInvert = MakeButton(frameArc, kInvertLeft, kSecondLineTop, kInvertWidth, kFieldHeight);
   for (QPushButton* b : {cmdLineInvert, cmdArcInvert}) b->setAutoDefault(false);
+
+  // The names of the control arrays, with the element's index.
+  const auto name = [](QObject* control, const char* array, int index) {
+    control->setObjectName(QString("%1(%2)").arg(array).arg(index));
+  };
+  name(cmdNo, "cmdNo", row);
+  name(frameLine, "frameLine", row);
+  name(frameArc, "frameArc", row);
+  name(lblB_, "lblB", row);
+  name(lblD_, "lblD", row);
+  name(lblArcB_, "lblArcB", row);
+  name(lblA_, "lblA", row);
+  name(lblR_, "lblR", row);
+  name(lblC_, "lblC", row);
+  name(txtBearingLine, "txtBearingLine", row);
+  name(txtDistanceLine, "txtDistanceLine", row);
+  name(txtBearingArc, "txtBearingArc", row);
+  name(txtArc, "txtArc", row);
+  name(txtRadius, "txtRadius", row);
+  name(txtChord, "txtChord", row);
+  name(cmdLineInvert, "cmdLineInvert", row);
+  name(cmdArcInvert, "cmdArcInvert", row);
+  name(chkPlus, "chksign", 2 * row);
+  name(chkMinus, "chksign", 2 * row + 1);
 }
 
 QLineEdit* CourseRowView::Field(CourseField field) const {

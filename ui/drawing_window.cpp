@@ -102,9 +102,10 @@ DrawingWindow::DrawingWindow(drawing::ViewForm& form, QWidget* parent)
 
 DrawingWindow::~DrawingWindow() = default;
 
-QToolButton* DrawingWindow::AddButton(QHBoxLayout* bar, CommandButton& model, const QIcon& icon,
-                                      const std::function<void()>& click) {
+QToolButton* DrawingWindow::AddButton(QHBoxLayout* bar, const char* name, CommandButton& model,
+                                      const QIcon& icon, const std::function<void()>& click) {
   auto* button = new QToolButton(this);
+  button->setObjectName(name);
   button->setIcon(icon);
   button->setIconSize(QSize(20, 20));
   button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
@@ -118,6 +119,7 @@ QToolButton* DrawingWindow::AddButton(QHBoxLayout* bar, CommandButton& model, co
 void DrawingWindow::bind() {
   if (bound_) return;
   bound_ = true;
+  setObjectName("frmView");
   setWindowTitle("Drawing");
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(4, 4, 4, 4);
@@ -127,28 +129,35 @@ void DrawingWindow::bind() {
   column->addLayout(bar);
 
   drawing::ViewForm& f = form_;
-  AddButton(bar, f.cmdLayer1, PaintedIcon(Glyph::Layers), [&f] { f.cmdLayer1_Click(); });
-  AddButton(bar, f.cmdLayer2, PaintedIcon(Glyph::Layers), [&f] { f.cmdLayer2_Click(); });
+  const auto add = [&](const char* name, CommandButton& model, Glyph glyph,
+                       void (drawing::ViewForm::*click)()) {
+    return AddButton(bar, name, model, PaintedIcon(glyph), [&f, click] { (f.*click)(); });
+  };
+  add("cmdLayer1", f.cmdLayer1, Glyph::Layers, &drawing::ViewForm::cmdLayer1_Click);
+  add("cmdLayer2", f.cmdLayer2, Glyph::Layers, &drawing::ViewForm::cmdLayer2_Click);
   bar->addSpacing(10);
-  AddButton(bar, f.cmdZoomIn, PaintedIcon(Glyph::ZoomIn), [&f] { f.cmdZoomIn_Click(); });
-  AddButton(bar, f.cmdZoomOut, PaintedIcon(Glyph::ZoomOut), [&f] { f.cmdZoomOut_Click(); });
-  AddButton(bar, f.cmd100, PaintedIcon(Glyph::All), [&f] { f.cmd100_Click(); });
-  AddButton(bar, f.cmdPartLarge, PaintedIcon(Glyph::Part), [&f] { f.cmdPartLarge_Click(); });
-  AddButton(bar, f.cmdUndo, PaintedIcon(Glyph::Back), [&f] { f.cmdUndo_Click(); });
-  AddButton(bar, f.cmdRedraw, PaintedIcon(Glyph::Redraw), [&f] { f.cmdRedraw_Click(); });
+  add("cmdZoomIn", f.cmdZoomIn, Glyph::ZoomIn, &drawing::ViewForm::cmdZoomIn_Click);
+  add("cmdZoomOut", f.cmdZoomOut, Glyph::ZoomOut, &drawing::ViewForm::cmdZoomOut_Click);
+  add("cmd100", f.cmd100, Glyph::All, &drawing::ViewForm::cmd100_Click);
+  add("cmdPartLarge", f.cmdPartLarge, Glyph::Part, &drawing::ViewForm::cmdPartLarge_Click);
+  add("cmdUndo", f.cmdUndo, Glyph::Back, &drawing::ViewForm::cmdUndo_Click);
+  add("cmdRedraw", f.cmdRedraw, Glyph::Redraw, &drawing::ViewForm::cmdRedraw_Click);
   bar->addStretch(1);
-  QToolButton* done = AddButton(bar, f.cmdDone, PaintedIcon(Glyph::Done), [&f] { f.cmdDone_Click(); });
+  QToolButton* done = add("cmdDone", f.cmdDone, Glyph::Done, &drawing::ViewForm::cmdDone_Click);
   done->setAutoRaise(false);
 
   for (int v = 0; v < drawing::kViewCount; ++v) {
     auto* menu = new QMenu(this);
+    menu->setObjectName(v == 0 ? "mnuLayer1" : "mnuLayer2");
     layerMenus_[static_cast<std::size_t>(v)] = menu;
   }
 
   tabs_ = new QTabWidget(this);
+  tabs_->setObjectName("SSTab1");
   tabs_->setDocumentMode(true);
   for (int v = 0; v < drawing::kViewCount; ++v) {
     auto* view = new DrawingView(form_, v, [this](const std::function<void()>& h) { Run(h); }, tabs_);
+    view->setObjectName(v == 0 ? "Dbcocx1" : "Dbcocx2");
     views_[static_cast<std::size_t>(v)] = view;
     tabs_->addTab(view, Q(form_.SSTab1.TabCaption[static_cast<std::size_t>(v)]));
   }

@@ -53,8 +53,8 @@ class DrawingWindow : public QWidget {
   // refreshes the window.
   void Run(const std::function<void()>& handler);
   void AfterEvent();
-  QToolButton* AddButton(QHBoxLayout* bar, CommandButton& model, const QIcon& icon,
-                         const std::function<void()>& click);
+  QToolButton* AddButton(QHBoxLayout* bar, const char* name, CommandButton& model,
+                         const QIcon& icon, const std::function<void()>& click);
   void MirrorLayerMenu(int view);
 
   drawing::ViewForm& form_;

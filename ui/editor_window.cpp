@@ -42,6 +42,7 @@ EditorWindow::~EditorWindow() = default;
 
 void EditorWindow::bind() {
   if (sketch_) return;
+  setObjectName("frmEditor");
   setWindowTitle("Parcel editor");
   // The picture's normal place is beside the panel; the rows lie under both.
   topBand_ = Px(form_.picParcel.Top + form_.picParcel.Height);
@@ -50,6 +51,7 @@ void EditorWindow::bind() {
   BuildPanel();
   BuildRows();
   sketch_ = new SketchView(canvas_, this);
+  sketch_->setObjectName("picParcel");
   sketch_->onDoubleClick = [this] { Run([this] { form_.ToggleSketchZoom(); }); };
   BuildRowMenu();
   resize(Px(form_.Width), std::max(Px(form_.Height), topBand_ + Px(12 * 400)));
@@ -57,9 +59,10 @@ void EditorWindow::bind() {
   Run([this] { form_.Form_Resize(Twips(height())); });
 }
 
-QPushButton* EditorWindow::CommandButton(const parvenna::CommandButton& model,
+QPushButton* EditorWindow::CommandButton(const char* name, const parvenna::CommandButton& model,
                                          std::function<void()> click) {
   auto* button = new QPushButton(Q(model.Caption));
+  button->setObjectName(name);
   button->setAutoDefault(false);
   connect(button, &QPushButton::clicked, this, [this, click] { Run(click); });
   commands_.emplace_back(button, &model);
@@ -78,12 +81,14 @@ void EditorWindow::BuildPanel() {
   // The parcel list with the steps through it, and the name.
   auto* list = new QHBoxLayout;
   cbxParcel_ = new QComboBox;
+  cbxParcel_->setObjectName("cbxParcel");
   cbxParcel_->setToolTip("Parcels of the project");
   connect(cbxParcel_, &QComboBox::activated, this,
           [this](int index) { Run([this, index] { form_.SetListIndex(index); }); });
   Register(cbxParcel_, {FocusKind::ParcelList});
-  cmdPrevious_ = CommandButton(f.cmdPrevious, [this] { form_.cmdPrevious_Click(); });
-  cmdNext_ = CommandButton(f.cmdNext, [this] { form_.cmdNext_Click(); });
+  cmdPrevious_ =
+      CommandButton("cmdPrevious", f.cmdPrevious, [this] { form_.cmdPrevious_Click(); });
+  cmdNext_ = CommandButton("cmdNext", f.cmdNext, [this] { form_.cmdNext_Click(); });
   for (QPushButton* b : {cmdPrevious_, cmdNext_}) b->setFixedWidth(26);
   list->addWidget(new QLabel("Parcel"));
   list->addWidget(cbxParcel_, 1);
@@ -93,6 +98,7 @@ void EditorWindow::BuildPanel() {
 
   auto* name = new QHBoxLayout;
   txtParcel_ = new QLineEdit;
+  txtParcel_->setObjectName("txtParcel");
   connect(txtParcel_, &QLineEdit::textEdited, this, [this](const QString& text) {
     Run([this, text] { form_.txtParcel.Text = text.toStdString(); });
   });
@@ -104,12 +110,15 @@ void EditorWindow::BuildPanel() {
   // The results of the last computation.
   auto* results = new QGroupBox("Closure");
   frame3_ = results;
+  results->setObjectName("Frame3");
   auto* grid = new QFormLayout(results);
   grid->setContentsMargins(8, 4, 8, 4);
   grid->setVerticalSpacing(2);
   const char* captions[] = {"Misclosure", "Bearing", "Precision", "Area"};
+  const char* names[] = {"lblClosure", "lblDirection", "lblPrecision", "lblArea"};
   for (std::size_t i = 0; i < results_.size(); ++i) {
     auto* value = new QLabel;
+    value->setObjectName(names[i]);
     value->setFrameStyle(QFrame::Panel | QFrame::Sunken);
     value->setTextInteractionFlags(Qt::TextSelectableByMouse);
     value->setMinimumHeight(18);
@@ -121,16 +130,18 @@ void EditorWindow::BuildPanel() {
   // The commands on the parcel.
   auto* commands = new QGroupBox("Parcel");
   frame1_ = commands;
+  commands->setObjectName("Frame1");
   auto* buttons = new QGridLayout(commands);
   buttons->setContentsMargins(6, 4, 6, 6);
   buttons->setSpacing(4);
-  cmdInsert_ = CommandButton(f.cmdInsert, [this] { form_.cmdInsert_Click(); });
-  cmdEdit_ = CommandButton(f.cmdEdit, [this] { form_.cmdEdit_Click(); });
-  cmdSave_ = CommandButton(f.cmdSave, [this] { form_.cmdSave_Click(); });
-  cmdCancel_ = CommandButton(f.cmdCancel, [this] { form_.cmdCancel_Click(); });
-  cmdDelete_ = CommandButton(f.cmdDelete, [this] { form_.Delete_Parcel(); });
-  cmdAutoInverse_ = CommandButton(f.cmdAutoInverse, [this] { form_.cmdAutoInverse_Click(); });
-  cmdZoom_ = CommandButton(f.cmdZoom, [this] { form_.ToggleSketchZoom(); });
+  cmdInsert_ = CommandButton("cmdInsert", f.cmdInsert, [this] { form_.cmdInsert_Click(); });
+  cmdEdit_ = CommandButton("cmdEdit", f.cmdEdit, [this] { form_.cmdEdit_Click(); });
+  cmdSave_ = CommandButton("cmdSave", f.cmdSave, [this] { form_.cmdSave_Click(); });
+  cmdCancel_ = CommandButton("cmdCancel", f.cmdCancel, [this] { form_.cmdCancel_Click(); });
+  cmdDelete_ = CommandButton("cmdDelete", f.cmdDelete, [this] { form_.Delete_Parcel(); });
+  cmdAutoInverse_ =
+      CommandButton("cmdAutoInverse", f.cmdAutoInverse, [this] { form_.cmdAutoInverse_Click(); });
+  cmdZoom_ = CommandButton("cmdZoom", f.cmdZoom, [this] { form_.ToggleSketchZoom(); });
   const std::array<QPushButton*, 6> grid6{cmdInsert_, cmdEdit_, cmdSave_,
                                           cmdCancel_, cmdDelete_, cmdAutoInverse_};
   for (std::size_t i = 0; i < grid6.size(); ++i) {
@@ -142,13 +153,16 @@ void EditorWindow::BuildPanel() {
   // The course options: on the form since its first version, with no effect.
   auto* options = new QGroupBox("Course");
   frame4_ = options;
+  options->setObjectName("Frame4");
   auto* optionGrid = new QGridLayout(options);
   optionGrid->setContentsMargins(6, 2, 6, 2);
   optionGrid->setVerticalSpacing(0);
   const char* optionCaptions[] = {"Append", "Insert before", "Insert after", "Delete"};
+  const char* optionNames[] = {"optAppend", "optInsertBefore", "OptInsertAfter", "optDelete"};
   auto* group = new QButtonGroup(options);
   for (int i = 0; i < 4; ++i) {
     auto* option = new QRadioButton(optionCaptions[i]);
+    option->setObjectName(optionNames[i]);
     group->addButton(option);
     optionGrid->addWidget(option, i / 2, i % 2);
     Register(option, {FocusKind::Other});
@@ -163,8 +177,10 @@ void EditorWindow::BuildPanel() {
 
 void EditorWindow::BuildRows() {
   frameBase_ = new QWidget(this);
+  frameBase_->setObjectName("frameBase");
   frameBase_->installEventFilter(this);
   scroll_ = new QScrollBar(Qt::Vertical, this);
+  scroll_->setObjectName("VScroll1");
   // The rows move at the end of a drag, not during it.
   scroll_->setTracking(false);
   scroll_->setFocusPolicy(Qt::StrongFocus);
@@ -209,18 +225,20 @@ void EditorWindow::BuildRows() {
 
 void EditorWindow::BuildRowMenu() {
   rowMenu_ = new QMenu(this);
-  auto add = [this](const std::string& caption, std::function<void()> handler) {
+  rowMenu_->setObjectName("mnuPopup");
+  auto add = [this](const char* name, const std::string& caption, std::function<void()> handler) {
     QAction* action = rowMenu_->addAction(Q(caption));
+    action->setObjectName(name);
     connect(action, &QAction::triggered, this, [this, handler] { Run(handler); });
     return action;
   };
-  mnuPopEdit_ = add(form_.menus.mnuPopEdit.Caption, [this] { form_.cmdEdit_Click(); });
-  add("&Delete course", [this] { form_.mnuPopDelete_Click(); });
-  add("Insert course &before", [this] { form_.mnuPopInsertBefore_Click(); });
-  add("Insert course &after", [this] { form_.mnuPopInsertAfter_Click(); });
-  mnuPopChangeLineCurve_ = add(form_.menus.mnuPopChangeLineCurve.Caption,
+  mnuPopEdit_ = add("mnuPopEdit", form_.menus.mnuPopEdit.Caption, [this] { form_.cmdEdit_Click(); });
+  add("mnuPopDelete", "&Delete course", [this] { form_.mnuPopDelete_Click(); });
+  add("mnuPopInsertBefore", "Insert course &before", [this] { form_.mnuPopInsertBefore_Click(); });
+  add("mnuPopInsertAfter", "Insert course &after", [this] { form_.mnuPopInsertAfter_Click(); });
+  mnuPopChangeLineCurve_ = add("mnuPopChangeLineCurve", form_.menus.mnuPopChangeLineCurve.Caption,
                                [this] { form_.mnuPopChangeLineCurve_Click(); });
-  add("&Flip bearing (N<-->S)", [this] { form_.FlipCurrentBearing(); });
+  add("mnuPopFlipBearing", "&Flip bearing (N<-->S)", [this] { form_.FlipCurrentBearing(); });
 }
 
 void EditorWindow::Register(QWidget* widget, Control control) {

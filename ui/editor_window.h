@@ -83,7 +83,8 @@ class EditorWindow : public QWidget {
   void BuildRows();
   void BuildRowMenu();
   void Register(QWidget* widget, Control control);
-  QPushButton* CommandButton(const parvenna::CommandButton& model, std::function<void()> click);
+  QPushButton* CommandButton(const char* name, const parvenna::CommandButton& model,
+                             std::function<void()> click);
 
   editor::EditorForm& form_;
   PainterCanvas& canvas_;

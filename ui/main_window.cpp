@@ -59,6 +59,7 @@ MainWindow::MainWindow(const std::string& appDirectory, Prompter* prompter)
     : qtPrompter_(this),
       prompter_(prompter ? *prompter : qtPrompter_),
       shell_(std::make_unique<shell::Shell>(appDirectory, prompter_, canvas_, *this)) {
+  setObjectName("frmMain");
   setWindowTitle("Parvenna");
   area_ = new QMdiArea(this);
   area_->setBackground(QColor(128, 128, 128));
@@ -107,6 +108,7 @@ void MainWindow::Run(const std::function<void()>& handler) { RunGuarded(prompter
 void MainWindow::BuildMenus() {
   for (const shell::MenuNode& top : shell_->menu.Tree()) {
     QMenu* menu = menuBar()->addMenu(Q(top.item->Caption));
+    menu->setObjectName(Q(top.name));
     topMenus_.emplace_back(menu, top.item);
     const std::string name = top.name;
     connect(menu, &QMenu::aboutToShow, this, [this, name] {
@@ -126,6 +128,7 @@ void MainWindow::AddEntries(QMenu* menu, const std::vector<shell::MenuNode>& nod
     }
     if (!node.children.empty()) {
       QMenu* sub = menu->addMenu(Q(node.item->Caption));
+      sub->setObjectName(Q(node.name));
       entries_.push_back({sub->menuAction(), node.item, node.name, 0});
       AddEntries(sub, node.children);
       continue;
@@ -133,6 +136,8 @@ void MainWindow::AddEntries(QMenu* menu, const std::vector<shell::MenuNode>& nod
     QAction* action = menu->addAction(Q(node.item->Caption));
     action->setCheckable(Checkable(node.name));
     const int index = node.name == "mnuHistory" ? history++ : 0;
+    action->setObjectName(node.name == "mnuHistory" ? QString("mnuHistory(%1)").arg(index)
+                                                    : Q(node.name));
     entries_.push_back({action, node.item, node.name, index});
     const std::string name = node.name;
     connect(action, &QAction::triggered, this, [this, name, index] { Trigger(name, index); });
