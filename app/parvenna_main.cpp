@@ -1,9 +1,9 @@
 // parvenna: the closure checker's desktop program.
 #include <QDir>
-#include <QStringList>
 
 #include "shell/messages.h"
 #include "ui/application.h"
+#include "ui/command_line.h"
 #include "ui/main_window.h"
 #include "ui/splash_screen.h"
 
@@ -13,18 +13,8 @@ int main(int argc, char** argv) {
                                     parvenna::shell::messages::Version);
   splash.ShowCentred();
 
-  // The command line is one path, quotes and all, however the shell split it.
-  // A path relative to where the program was started is made whole, so that
-  // the recent list can find the project again from anywhere.
-  QStringList words = QCoreApplication::arguments();
-  words.removeFirst();
-  QString line = words.join(' ');
-  QString path = line;
-  path.remove('"');
-  if (!path.trimmed().isEmpty() && QDir::isRelativePath(path)) {
-    line = QDir::currentPath() + '/' + path;
-  }
-  const std::string commandLine = line.toStdString();
+  const std::string commandLine =
+      parvenna::ui::CommandLineOf(QCoreApplication::arguments(), QDir::currentPath());
 
   parvenna::ui::MainWindow window(QCoreApplication::applicationDirPath().toStdString());
   window.showMaximized();
