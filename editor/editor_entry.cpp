@@ -81,6 +81,9 @@ void EditorForm::Field_GotFocus(int row, CourseField field) {
   FocusRow = row + 1;
   FocusField = code;
   CurrentRow = row;
+  // Wherever the focus came from (a check, a grab, Tab), the next key must
+  // not edit a course out of sight.
+  if (!RowInView(row)) GotoFocusLine();
 }
 
 void EditorForm::Field_LostFocus(int row, CourseField field) {

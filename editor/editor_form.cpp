@@ -1,7 +1,10 @@
 #include "editor/editor_form.h"
 
 #include "editor/messages.h"
+#include "editor/readable_courses.h"
 #include "geometry/bearing_text.h"
+#include "geometry/messages.h"
+#include "geometry/numbers.h"
 
 namespace parvenna::editor {
 
@@ -182,18 +185,66 @@ void EditorForm::EnableEditorFrames(bool flag) {
 
 void EditorForm::CalculateAndDraw() {
   const bool wasEnabled = results.cmdZoomEnabled;
-  parvenna::CalculateAndDraw(*this, Settings(), parcel, results, picture);
+  try {
+    parvenna::CalculateAndDraw(*this, Settings(), parcel, results, picture);
+  } catch (const RunError&) {
+    // A text that is no number (a second point, a bearing of one letter) is
+    // judged when the parcel is saved; until then the figures cannot be had.
+    DrawReadableCourses();
+    for (Label* figure : {&results.lblClosure, &results.lblPrecision, &results.lblArea}) {
+      figure->Caption = parvenna::messages::NotAvailable;
+    }
+    results.lblDirection.Caption.clear();
+    results.lblClosure.ForeColor = colours::Black;  // neither within the tolerance nor over it
+  }
   if (results.cmdZoomEnabled && !wasEnabled) cmdZoom.Enabled = true;
 }
 
 void EditorForm::Drawing() {
-  parvenna::Drawing(*this, Settings(), parcel, results.lblLineNo, picture);
+  try {
+    parvenna::Drawing(*this, Settings(), parcel, results.lblLineNo, picture);
+  } catch (const RunError&) {
+    DrawReadableCourses();
+  }
+}
+
+void EditorForm::DrawReadableCourses() {
+  ReadableCourses readable(*this, FirstUnreadableRow(*this, project.notation()));
+  ResumeNext([&] { parvenna::Drawing(readable, Settings(), parcel, results.lblLineNo, picture); });
 }
 
 void EditorForm::ToggleSketchZoom() {
   parvenna::ToggleSketchZoom(picParcel, Width, Height, NormalPictureWidth, NormalPictureHeight);
+  if (toolTipsCleared_) picParcel.ToolTipText.clear();
   picture.SetSize(picParcel.Width, picParcel.Height);
   Drawing();
+}
+
+void EditorForm::ShowNotation() {
+  lblBearing.Caption = project.BearingMode ? messages::BearingCaption : messages::AzimuthCaption;
+}
+
+void EditorForm::ClearToolTips() {
+  toolTipsCleared_ = true;
+  txtParcel.ToolTipText.clear();
+  cbxParcel.ToolTipText.clear();
+  picParcel.ToolTipText.clear();
+  for (CommandButton* b : {&cmdZoom, &cmdPrevious, &cmdNext, &cmdInsert, &cmdEdit, &cmdDelete,
+                           &cmdSave, &cmdCancel, &cmdAutoInverse}) {
+    b->ToolTipText.clear();
+  }
+  for (int i = 0; i < CourseLimit; ++i) {
+    for (CourseField f : {CourseField::BearingLine, CourseField::DistanceLine,
+                          CourseField::BearingArc, CourseField::Arc, CourseField::Radius,
+                          CourseField::Chord}) {
+      Field(i, f).ToolTipText.clear();
+    }
+    cmdNo[i].ToolTipText.clear();
+    cmdLineInvert[i].ToolTipText.clear();
+    cmdArcInvert[i].ToolTipText.clear();
+    chksign[2 * i].ToolTipText.clear();
+    chksign[2 * i + 1].ToolTipText.clear();
+  }
 }
 
 // ---- Commands on the parcel ------------------------------------------------------

@@ -76,11 +76,14 @@ class EditorForm : public CourseGrid {
   // lblClosure, lblDirection, lblPrecision, lblArea, lblLineNo, cmdZoom's state.
   ResultPanel results;
   CommandButton cmdZoom = Button("&Zoom"), cmdPrevious = Button("<"), cmdNext = Button(">"),
-                cmdInsert = Button("&New"), cmdEdit = Button("&Edit"),
+                cmdInsert = Button("&New"), cmdEdit = Button("Ed&it"),
                 cmdDelete = Button("&Delete"), cmdSave = Button("&Save/New"),
                 cmdCancel = Button("&Cancel"), cmdAutoInverse = Button("&Auto");
   EditorMenus menus;
-  double Height = 5750;  // the form's inner height
+  // The caption of the line rows' direction: "Bearing" or "Azimuth", by the
+  // project's notation (ShowNotation).
+  Label lblBearing;
+  double Height = MinimumHeight;  // the form's inner height
   double Width = 9015;   // the form's inner width
 
   // ---- Editor state -------------------------------------------------------
@@ -96,6 +99,7 @@ class EditorForm : public CourseGrid {
   // The field name at each place 1 to 4 of the curve order ("txtArc", ...).
   std::array<std::string, 5> ArcFieldOrder{};
 
+  static constexpr double MinimumHeight = 5750;  // of the form's inner height
   static constexpr double K = 800.0 / 32000 * CourseLimit;  // 1.25 twips a unit of the bar
   static constexpr double LineHeight = 400;
   static constexpr double CurveHeight = 800;
@@ -126,7 +130,12 @@ class EditorForm : public CourseGrid {
   void VScroll1_Change(int value);
   void VScroll1_GotFocus();
   void VScroll1_LostFocus();
+  // The mouse wheel over the rows: `steps` small changes down (up when
+  // negative), never past the rows in use.
+  void VScroll1_Wheel(int steps);
   void GotoFocusLine();
+  // True when the whole of the row stands inside frameBase.
+  bool RowInView(int row) const;
   void LayoutArcFields();
   void SetTabOrder();
   int ArcFieldPosition(const std::string& name) const;
@@ -141,8 +150,14 @@ class EditorForm : public CourseGrid {
   void SetEditing(bool flag);
   void SetFieldsEnabled(bool flag);
   void EnableEditorFrames(bool flag);
+  // Walks the courses and shows the results; a text that is no number shows
+  // "N/A" and the sketch of the courses before it, never a box.
   void CalculateAndDraw();
   void Drawing();
+  // The project's notation named in lblBearing.
+  void ShowNotation();
+  // Tooltips off: every control of the form loses its tooltip, for the run.
+  void ClearToolTips();
 
   // ---- Field entry ----------------------------------------------------------
   // The key as it reaches the field, 0 when refused.
@@ -219,6 +234,11 @@ class EditorForm : public CourseGrid {
   friend class ChangeBatch;
   void CopyRow(int to, int from, double delta, bool withColours);
   void SetScrollValue(int value);
+  // The bar's Max while it has the focus: the rows in use, no further.
+  int RowsInUseMax() const;
+  int LastOpenRow() const;
+  void DrawReadableCourses();
+  bool toolTipsCleared_ = false;
   // A change of a course field recalculates, or, inside a batch of moves,
   // once at the end of the batch: each recalculation reads only what the rows
   // hold, so the last one alone decides what is shown.

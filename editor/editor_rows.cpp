@@ -1,5 +1,6 @@
 // The rows of the editor: building, layout, scrolling, faces, and the moves
 // of insertion and deletion.
+#include <algorithm>
 #include <cmath>
 
 #include "editor/change_batch.h"
@@ -45,14 +46,15 @@ void EditorForm::Form_Load() {
     results.lblLineNo[i].Caption = std::to_string(i + 1);
     results.lblLineNo[i].Visible = false;
   }
+  cbxParcel.ToolTipText = messages::ParcelListTip;
+  lblBearing.Caption = messages::BearingCaption;
   VScroll1_Change(VScroll1.Value);
   ResetEditor();
   SetTabOrder();
 }
 
 void EditorForm::Form_Resize(double innerHeight) {
-  const double minimum = 5750;
-  Height = innerHeight < minimum ? minimum : innerHeight;
+  Height = innerHeight < MinimumHeight ? MinimumHeight : innerHeight;
   frameBase.Height = Height - picParcel.Height;
   VScroll1.Height = frameBase.Height;
 }
@@ -85,20 +87,37 @@ void EditorForm::VScroll1_Change(int value) {
 
 void EditorForm::VScroll1_GotFocus() {
   // While the bar has the focus its range covers the rows in use only.
+  parcel.LastCourse = LastOpenRow();
+  VScroll1.Max = RowsInUseMax();
+}
+
+int EditorForm::LastOpenRow() const {
   int last = 0;
   while (last + 1 < CourseLimit && IsOpen(last + 1)) ++last;
-  parcel.LastCourse = last;
+  return last;
+}
+
+int EditorForm::RowsInUseMax() const {
   double c = 0;
-  for (int i = 0; i <= last; ++i) c += RowHeight(i);
-  if (c / 800 + 1 <= CourseLimit) {
-    VScroll1.Max = c >= 800 ? static_cast<int>(std::floor((c - 800) * 40 / CourseLimit))
-                            : CourseLimit;
-  } else {
-    VScroll1.Max = 32000;
-  }
+  for (int i = 0, last = LastOpenRow(); i <= last; ++i) c += RowHeight(i);
+  if (c / 800 + 1 > CourseLimit) return 32000;
+  return c >= 800 ? static_cast<int>(std::floor((c - 800) * 40 / CourseLimit)) : CourseLimit;
 }
 
 void EditorForm::VScroll1_LostFocus() { VScroll1.Max = 32000; }
+
+void EditorForm::VScroll1_Wheel(int steps) {
+  // The wheel goes no further down than the bar itself would, and a view
+  // already further down (a focus moved there) is not pulled back by it.
+  const int value = VScroll1.Value + steps * VScroll1.SmallChange;
+  const int bottom = std::max(RowsInUseMax(), VScroll1.Value);
+  SetScrollValue(std::clamp(value, 0, bottom));
+}
+
+bool EditorForm::RowInView(int row) const {
+  const double top = frameLine.at(row).Top;
+  return top >= 0 && top + RowHeight(row) <= frameBase.Height;
+}
 
 void EditorForm::GotoFocusLine() {
   int last = 0;

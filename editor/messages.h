@@ -34,5 +34,8 @@ inline constexpr const char* SubtractAreaTip =
     "ARC area is to be subtracted to the overall parcel area";
 inline constexpr const char* ChangeToCurve = "Change to curve";
 inline constexpr const char* ChangeToLine = "Change to line";
+inline constexpr const char* ParcelListTip = "Parcels of the project";
+inline constexpr const char* BearingCaption = "Bearing";
+inline constexpr const char* AzimuthCaption = "Azimuth";
 
 }  // namespace parvenna::editor::messages
