@@ -45,6 +45,13 @@ ViewForm::ViewForm(store::ProjectState& state, Prompter& prompter, editor::Edito
 
 ViewForm::~ViewForm() = default;
 
+void ViewForm::ClearToolTips() {
+  for (CommandButton* b : {&cmdLayer1, &cmdLayer2, &cmdRedraw, &cmd100, &cmdUndo, &cmdPartLarge,
+                           &cmdZoomOut, &cmdZoomIn, &cmdDone}) {
+    b->ToolTipText.clear();
+  }
+}
+
 void ViewForm::SetDrawingButtons(bool enabled) {
   for (CommandButton* b : {&cmdLayer1, &cmdLayer2, &cmdZoomIn, &cmdZoomOut, &cmdPartLarge, &cmdUndo,
                            &cmd100, &cmdRedraw, &cmdDone}) {
@@ -198,7 +205,10 @@ void ViewForm::cmdDone_Click() {
     editor::ChangeBatch batch(editor_);
     AutoInverse(editor_, editor_.Settings(), editor_.parcel, prompter_);
   }
-  if (host_) host_->EditorChanged();
+  if (host_) {
+    host_->EditorChanged();
+    host_->RestoreEditor();
+  }
 }
 
 void ViewForm::PlaceWaitingValues() {
@@ -337,9 +347,10 @@ void ViewForm::SaveView(int view) {
 
 WindowLayout ViewForm::NativeLayout(double areaWidth, double areaHeight) const {
   const double w = editor_.Width + 2 * kWindowBorderTwips;
-  const double h = editor_.Height + kWindowCaptionTwips + kWindowBorderTwips;
+  const double least = editor::EditorForm::MinimumHeight + kWindowCaptionTwips + kWindowBorderTwips;
   WindowLayout layout;
-  layout.editor = {0, 0, std::min(w, areaWidth), std::min(h, areaHeight)};
+  layout.editor = {kEditorLeft, kEditorTop, std::min(w, areaWidth),
+                   std::max(least, areaHeight - kEditorTop)};
   layout.view = {0, 0, areaWidth, areaHeight};
   return layout;
 }
@@ -353,13 +364,23 @@ WindowLayout ViewForm::SplitLayout(double areaWidth, double areaHeight) const {
 }
 
 void ViewForm::mnuNativeView_Click(double areaWidth, double areaHeight) {
+  SplitShown = false;
   const WindowLayout layout = NativeLayout(areaWidth, areaHeight);
   if (host_) host_->PlaceWindows(layout.editor, layout.view);
 }
 
 void ViewForm::mnuSplitVertical_Click(double areaWidth, double areaHeight) {
+  SplitShown = true;
   const WindowLayout layout = SplitLayout(areaWidth, areaHeight);
   if (host_) host_->PlaceWindows(layout.editor, layout.view);
+}
+
+void ViewForm::AreaResized(double areaWidth, double areaHeight) {
+  if (SplitShown) {
+    mnuSplitVertical_Click(areaWidth, areaHeight);
+  } else if (host_) {
+    host_->PlaceView(NativeLayout(areaWidth, areaHeight).view);
+  }
 }
 
 }  // namespace parvenna::drawing

@@ -50,6 +50,9 @@ struct WindowLayout {
 // The border on each side of a window and its caption bar, in twips.
 inline constexpr double kWindowBorderTwips = 60;
 inline constexpr double kWindowCaptionTwips = 450;
+// Where the editor stands at start, in the main window's area.
+inline constexpr double kEditorLeft = 10;
+inline constexpr double kEditorTop = 1340;
 
 class ViewForm {
  public:
@@ -59,6 +62,8 @@ class ViewForm {
   ViewForm& operator=(const ViewForm&) = delete;
 
   void SetHost(ViewHost* host) { host_ = host; }
+  // Tooltips off: the buttons lose theirs.
+  void ClearToolTips();
   Prompter& prompter() { return prompter_; }
   // A click in a view grabs its label: a parcel is being edited.
   bool Grabbing() const { return editor_.cmdSave.Enabled && !lastDrawing_.empty(); }
@@ -133,14 +138,20 @@ class ViewForm {
   void SaveView(int view);
 
   // ---- Layouts of the main window's area (twips) ------------------------------------
-  // Free windows: the drawing fills the area, the editor at its own size
-  // stands at the top left above it.
+  // Free windows: the drawing fills the area; the editor stands above it at
+  // the left, low enough to leave the drawing's bar of buttons in sight, and
+  // as tall as the area lets it be. The layout of the start.
   WindowLayout NativeLayout(double areaWidth, double areaHeight) const;
   // Side by side: the editor on the left at its own width (at most half the
   // area), the drawing beside it; both the area's height.
   WindowLayout SplitLayout(double areaWidth, double areaHeight) const;
   void mnuNativeView_Click(double areaWidth, double areaHeight);
   void mnuSplitVertical_Click(double areaWidth, double areaHeight);
+  // The area changed size: in the split layout both windows take their
+  // places again; with free windows the drawing fills the area again and the
+  // editor stays where the user left it.
+  void AreaResized(double areaWidth, double areaHeight);
+  bool SplitShown = false;  // the split layout was chosen last
 
  private:
   struct Pane {

@@ -22,6 +22,10 @@ class ViewHost {
   virtual void EditorChanged() = 0;
   // The layout menus: the editor and the drawing window take these places.
   virtual void PlaceWindows(const WindowRect& editor, const WindowRect& view) = 0;
+  // The drawing window alone takes this place; the editor stays where it is.
+  virtual void PlaceView(const WindowRect&) {}
+  // Done: the editor, minimised for the grab, comes back to show the values.
+  virtual void RestoreEditor() {}
 };
 
 }  // namespace parvenna::drawing

@@ -63,7 +63,17 @@ CreateForm::CreateForm(ProjectState& state, Prompter& prompter, SystemStore& sto
 
 void CreateForm::Form_Load() {
   Loaded = true;
+  if (!state_.ToolTipsOn) ClearToolTips();
   chkAutoName.Value = store_.ReadAutoName(prompter_) ? 1 : 0;
+}
+
+void CreateForm::ClearToolTips() {
+  for (TextBox* box : {&txtProjectName, &txtProjectLocation, &txtCADFile}) box->ToolTipText.clear();
+  chkAutoName.ToolTipText.clear();
+  for (CommandButton* button : {&cmdBrowseLoc, &cmdBrowseCAD, &cmdCreate, &cmdCancel,
+                                &frmDirLocate.cmdOK, &frmDirLocate.cmdCancel}) {
+    button->ToolTipText.clear();
+  }
 }
 
 void CreateForm::Form_Activate() {

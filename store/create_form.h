@@ -72,6 +72,9 @@ class CreateForm {
 
   bool CreateProjectFile();
   void AddRecentProject();
+  // Tooltips off: the controls of the form and of its directory box lose
+  // their tooltips.
+  void ClearToolTips();
 
   bool Cancelled() const { return cancelled_; }
 
