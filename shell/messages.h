@@ -17,6 +17,14 @@ inline constexpr const char* SaveBeforeReports =
 inline constexpr const char* UnknownErrorTitle = "Unkown Error";
 inline constexpr const char* UnknownErrorStart = "Unkown Error Number ";
 inline constexpr const char* UnknownErrorEnd = " has occured.";
+// ReportUnknownError: the same in its own spelling, with the way to support.
+inline constexpr const char* ReportedErrorStart = "Unknown Error Number ";
+inline constexpr const char* SupportSentence =
+    "Please call Parvenna support at +1 555 0100 or write to support@parvenna.example.org, "
+    "saying what you did just before.";
+// A page, a file or a mail that nothing on the desktop opens.
+inline constexpr const char* CannotOpenStart = "No program on this computer is set up to open ";
+inline constexpr const char* CannotOpenEnd = ". Please open it by hand.";
 inline constexpr const char* NoVideo =
     "No training video is installed with this copy of Parvenna.";
 

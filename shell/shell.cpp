@@ -12,6 +12,13 @@ std::string UnknownErrorText(int number) {
   return messages::UnknownErrorStart + std::to_string(number) + messages::UnknownErrorEnd;
 }
 
+void ReportUnknownError(Prompter& prompter, int number) {
+  Inform(prompter,
+         messages::ReportedErrorStart + std::to_string(number) + messages::UnknownErrorEnd + "\n" +
+             messages::SupportSentence,
+         MsgIcon::Critical);
+}
+
 Shell::Shell(std::string appDirectory, Prompter& prompterPort, Canvas& sketch,
              ShellWindows& shellWindows)
     : systemStore(appDirectory),

@@ -105,4 +105,8 @@ class Shell : public store::ProjectWindows, public editor::EditorHost {
 // that nothing else handled.
 std::string UnknownErrorText(int number);
 
+// The box of a failure in the About box or in a course command of the
+// editor: the number, and how to reach support. The program goes on.
+void ReportUnknownError(Prompter& prompter, int number);
+
 }  // namespace parvenna::shell

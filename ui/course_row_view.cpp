@@ -3,6 +3,8 @@
 #include <QMouseEvent>
 #include <QSignalBlocker>
 
+#include "ui/control_colours.h"
+#include "ui/course_field_edit.h"
 #include "ui/twips.h"
 
 namespace parvenna::ui {
@@ -19,6 +21,12 @@ constexpr double kFieldWidth = 1440;
 constexpr double kFieldHeight = 300;
 constexpr double kLabelWidth = 240;
 constexpr double kLineTop = 50;          // fields of the line face, centred in 400
+// The line face: the direction's caption, wide enough for "Azimuth", then
+// the two fields and the invert button.
+constexpr double kDirectionLabelWidth = 840;
+constexpr double kLineBearingLeft = 900;
+constexpr double kLineDistanceLeft = 2700;
+constexpr double kLineInvertLeft = 4260;
 constexpr double kSecondLineTop = 460;   // the second line of the curve face
 constexpr double kSlotPitch = 1800;      // one label and field
 constexpr double kInvertLeft = 3960;
@@ -36,8 +44,8 @@ QLabel* MakeLabel(const QString& caption, QWidget* parent) {
   return label;
 }
 
-QLineEdit* MakeField(QWidget* parent, double left, double top) {
-  auto* edit = new QLineEdit(parent);
+CourseFieldEdit* MakeField(QWidget* parent, double left, double top) {
+  auto* edit = new CourseFieldEdit(parent);
   edit->setGeometry(Px(left), Px(top), Px(kFieldWidth), Px(kFieldHeight));
   edit->setContextMenuPolicy(Qt::DefaultContextMenu);
   return edit;
@@ -53,15 +61,6 @@ QPushButton* MakeButton(QWidget* parent, double left, double top, double width, 
 QPoint SlotOf(int place) {
   if (place >= 1 && place <= 3) return {Px((place - 1) * kSlotPitch + 360), Px(120)};
   return {Px(360), Px(kSecondLineTop)};
-}
-
-void SetBackColour(QWidget* widget, QPalette::ColorRole role, Rgb colour) {
-  QPalette palette = widget->palette();
-  const QColor c = ToQColor(colour);
-  for (QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
-    palette.setColor(group, role, c);
-  }
-  widget->setPalette(palette);
 }
 
 Qt::CheckState CheckStateOf(int value) {
@@ -92,18 +91,17 @@ CourseRowView::CourseRowView(QWidget* rowArea, int rowIndex) : row(rowIndex) {
 
   frameLine = new QWidget(rowArea);
   frameLine->setGeometry(Px(kFrameLeft), 0, Px(kFrameWidth), Px(400));
-  lblB_ = MakeLabel("B", frameLine);
-  lblB_->move(Px(120), Px(kLineTop));
-  txtBearingLine = MakeField(frameLine, 360, kLineTop);
+  lblB_ = MakeLabel("", frameLine);
+  lblB_->setGeometry(0, Px(kLineTop), Px(kDirectionLabelWidth), Px(kFieldHeight));
+  txtBearingLine = MakeField(frameLine, kLineBearingLeft, kLineTop);
   lblD_ = MakeLabel("D", frameLine);
-  lblD_->move(Px(kSlotPitch + 120), Px(kLineTop));
-  txtDistanceLine = MakeField(frameLine, kSlotPitch + 360, kLineTop);
-  cmdLineInvert = MakeButton(frameLine, kInvertLeft, kLineTop, kInvertWidth, kFieldHeight);
+  lblD_->move(Px(kLineDistanceLeft - kLabelWidth), Px(kLineTop));
+  txtDistanceLine = MakeField(frameLine, kLineDistanceLeft, kLineTop);
+  cmdLineInvert = MakeButton(frameLine, kLineInvertLeft, kLineTop, kInvertWidth, kFieldHeight);
 
   frameArc = new QWidget(rowArea);
   frameArc->setGeometry(Px(kFrameLeft), 0, Px(kFrameWidth), Px(800));
-  frameArc->setAutoFillBackground(true);
-  SetBackColour(frameArc, QPalette::Window, kCurveFace);
+  SetControlColours(frameArc, Surface::Face, kCurveFace);
   lblArcB_ = MakeLabel("B", frameArc);
   txtBearingArc = MakeField(frameArc, 0, 0);
   lblA_ = MakeLabel("A", frameArc);
@@ -146,7 +144,7 @@ CourseRowView::CourseRowView(QWidget* rowArea, int rowIndex) : row(rowIndex) {
   name(chkMinus, "chksign", 2 * row + 1);
 }
 
-QLineEdit* CourseRowView::Field(CourseField field) const {
+CourseFieldEdit* CourseRowView::Field(CourseField field) const {
   switch (field) {
     case CourseField::BearingLine: return txtBearingLine;
     case CourseField::DistanceLine: return txtDistanceLine;
@@ -171,8 +169,11 @@ void CourseRowView::Mirror(const editor::EditorForm& form) {
   // Only the face that shows needs its fields brought up to date now; the
   // hidden one catches up when it is turned.
   if (form.frameLine[i].Visible) {
-    MirrorText(txtBearingLine, form.txtBearingLine[i], Px(360), Px(kLineTop), fieldShown_[0]);
-    MirrorText(txtDistanceLine, form.txtDistanceLine[i], Px(kSlotPitch + 360), Px(kLineTop),
+    const QString direction = QString::fromStdString(form.lblBearing.Caption);
+    if (lblB_->text() != direction) lblB_->setText(direction);
+    MirrorText(txtBearingLine, form.txtBearingLine[i], Px(kLineBearingLeft), Px(kLineTop),
+               fieldShown_[0]);
+    MirrorText(txtDistanceLine, form.txtDistanceLine[i], Px(kLineDistanceLeft), Px(kLineTop),
                fieldShown_[1]);
     MirrorButton(cmdLineInvert, form.cmdLineInvert[i], Px(kLineTop), lineInvertShown_);
     return;
@@ -208,7 +209,7 @@ void CourseRowView::MirrorText(QLineEdit* edit, const TextBox& box, int left, in
     const QString text = QString::fromStdString(now.text);
     if (edit->text() != text) edit->setText(text);
   }
-  if (!shown || shown->back != now.back) SetBackColour(edit, QPalette::Base, now.back);
+  if (!shown || shown->back != now.back) SetControlColours(edit, Surface::Field, now.back);
   if (!shown || shown->enabled != now.enabled) edit->setEnabled(now.enabled);
   if (!shown || shown->visible != now.visible) edit->setVisible(now.visible);
   if (!shown || shown->left != left || shown->top != top) edit->move(left, top);
@@ -224,7 +225,7 @@ void CourseRowView::MirrorButton(QPushButton* button, const CommandButton& model
   const QSignalBlocker block(button);
   if (!shown || shown->caption != now.caption) button->setText(QString::fromStdString(now.caption));
   if (!shown || shown->tip != now.tip) button->setToolTip(QString::fromStdString(now.tip));
-  if (!shown || shown->back != now.back) SetBackColour(button, QPalette::Button, now.back);
+  if (!shown || shown->back != now.back) SetControlColours(button, Surface::Button, now.back);
   if (!shown || shown->enabled != now.enabled) button->setEnabled(now.enabled);
   if (!shown || shown->visible != now.visible) button->setVisible(now.visible);
   if (!shown || shown->top != top) button->move(button->x(), top);

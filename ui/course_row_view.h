@@ -12,6 +12,7 @@
 #include <QWidget>
 
 #include "editor/editor_form.h"
+#include "ui/course_field_edit.h"
 
 namespace parvenna::ui {
 
@@ -43,19 +44,19 @@ class CourseRowView {
   int row;
   QPushButton* cmdNo;
   QWidget* frameLine;
-  QLineEdit* txtBearingLine;
-  QLineEdit* txtDistanceLine;
+  CourseFieldEdit* txtBearingLine;
+  CourseFieldEdit* txtDistanceLine;
   QPushButton* cmdLineInvert;
   QWidget* frameArc;
-  QLineEdit* txtBearingArc;
-  QLineEdit* txtArc;
-  QLineEdit* txtRadius;
-  QLineEdit* txtChord;
+  CourseFieldEdit* txtBearingArc;
+  CourseFieldEdit* txtArc;
+  CourseFieldEdit* txtRadius;
+  CourseFieldEdit* txtChord;
   SignCheckBox* chkPlus;   // chksign(2 * row)
   SignCheckBox* chkMinus;  // chksign(2 * row + 1)
   QPushButton* cmdArcInvert;
 
-  QLineEdit* Field(CourseField field) const;
+  CourseFieldEdit* Field(CourseField field) const;
 
   // The width of the row area that the rows need, in twips.
   static double AreaWidth();

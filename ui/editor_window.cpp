@@ -13,6 +13,7 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
+#include "ui/control_colours.h"
 #include "ui/twips.h"
 
 namespace parvenna::ui {
@@ -22,14 +23,6 @@ using editor::FocusKind;
 namespace {
 
 constexpr int kScrollBarWidth = 17;
-
-void SetColour(QWidget* widget, QPalette::ColorRole role, Rgb colour) {
-  QPalette palette = widget->palette();
-  for (QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
-    palette.setColor(group, role, ToQColor(colour));
-  }
-  widget->setPalette(palette);
-}
 
 QString Q(const std::string& text) { return QString::fromStdString(text); }
 
@@ -82,7 +75,6 @@ void EditorWindow::BuildPanel() {
   auto* list = new QHBoxLayout;
   cbxParcel_ = new QComboBox;
   cbxParcel_->setObjectName("cbxParcel");
-  cbxParcel_->setToolTip("Parcels of the project");
   connect(cbxParcel_, &QComboBox::activated, this,
           [this](int index) { Run([this, index] { form_.SetListIndex(index); }); });
   Register(cbxParcel_, {FocusKind::ParcelList});
@@ -196,16 +188,18 @@ void EditorWindow::BuildRows() {
     for (CourseField field : {CourseField::BearingLine, CourseField::DistanceLine,
                               CourseField::BearingArc, CourseField::Arc, CourseField::Radius,
                               CourseField::Chord}) {
-      QLineEdit* edit = r.Field(field);
+      CourseFieldEdit* edit = r.Field(field);
       Register(edit, {FocusKind::Field, i, field});
+      const Control control{FocusKind::Field, i, field};
+      edit->filter = [this, control](const QString& text) { return Filtered(control, text); };
       connect(edit, &QLineEdit::textEdited, this, [this, i, field](const QString& text) {
         Run([this, i, field, text] { form_.SetFieldText(i, field, text.toStdString()); });
       });
     }
     connect(r.cmdLineInvert, &QPushButton::clicked, this,
-            [this, i] { Run([this, i] { form_.cmdLineInvert_Click(i); }); });
+            [this, i] { RunCourse([this, i] { form_.cmdLineInvert_Click(i); }); });
     connect(r.cmdArcInvert, &QPushButton::clicked, this,
-            [this, i] { Run([this, i] { form_.cmdArcInvert_Click(i); }); });
+            [this, i] { RunCourse([this, i] { form_.cmdArcInvert_Click(i); }); });
     for (QPushButton* b : {r.cmdLineInvert, r.cmdArcInvert}) Register(b, {FocusKind::Other});
     for (int side = 0; side < 2; ++side) {
       SignCheckBox* box = side == 0 ? r.chkPlus : r.chkMinus;
@@ -229,7 +223,7 @@ void EditorWindow::BuildRowMenu() {
   auto add = [this](const char* name, const std::string& caption, std::function<void()> handler) {
     QAction* action = rowMenu_->addAction(Q(caption));
     action->setObjectName(name);
-    connect(action, &QAction::triggered, this, [this, handler] { Run(handler); });
+    connect(action, &QAction::triggered, this, [this, handler] { RunCourse(handler); });
     return action;
   };
   mnuPopEdit_ = add("mnuPopEdit", form_.menus.mnuPopEdit.Caption, [this] { form_.cmdEdit_Click(); });
@@ -301,9 +295,10 @@ void EditorWindow::MirrorTopControls() {
                                            &r.lblArea};
   for (std::size_t i = 0; i < labels.size(); ++i) {
     results_[i]->setText(Q(labels[i]->Caption));
-    if (shownResultColour_[i] != labels[i]->ForeColor) {
-      shownResultColour_[i] = labels[i]->ForeColor;
-      SetColour(results_[i], QPalette::WindowText, labels[i]->ForeColor);
+    const std::pair<Rgb, Rgb> colours{labels[i]->BackColor, labels[i]->ForeColor};
+    if (shownResultColour_[i] != colours) {
+      shownResultColour_[i] = colours;
+      SetControlColours(results_[i], Surface::Face, colours.first, colours.second);
     }
   }
 
@@ -318,10 +313,10 @@ void EditorWindow::MirrorTopControls() {
     if (cbxParcel_->currentIndex() != list.ListIndex) cbxParcel_->setCurrentIndex(list.ListIndex);
   }
   cbxParcel_->setEnabled(list.Enabled);
+  cbxParcel_->setToolTip(Q(list.ToolTipText));
   if (shownListBack_ != list.BackColor) {
     shownListBack_ = list.BackColor;
-    SetColour(cbxParcel_, QPalette::Base, list.BackColor);
-    SetColour(cbxParcel_, QPalette::Button, list.BackColor);
+    SetControlColours(cbxParcel_, Surface::Button, list.BackColor);
   }
 
   const TextBox& name = form_.txtParcel;
@@ -333,7 +328,7 @@ void EditorWindow::MirrorTopControls() {
   txtParcel_->setToolTip(Q(name.ToolTipText));
   if (shownParcelBack_ != name.BackColor) {
     shownParcelBack_ = name.BackColor;
-    SetColour(txtParcel_, QPalette::Base, name.BackColor);
+    SetControlColours(txtParcel_, Surface::Field, name.BackColor);
   }
 
   for (auto& [button, model] : commands_) {

@@ -18,6 +18,7 @@
 
 #include "editor/editor_form.h"
 #include "ui/course_row_view.h"
+#include "ui/guarded.h"
 #include "ui/painter_canvas.h"
 #include "ui/sketch_view.h"
 
@@ -70,11 +71,17 @@ class EditorWindow : public QWidget {
   // Runs a handler of the form; what no handler caught is reported as the
   // program's unknown error, and the window carries on. The outermost run
   // refreshes the window and follows the form's focus.
-  void Run(const std::function<void()>& handler);
+  void Run(const std::function<void()>& handler, FailureReport report = FailureReport::CatchAll);
+  // The handlers of the course buttons (the row buttons, their menu, the
+  // invert buttons) report a failure with the way to support.
+  void RunCourse(const std::function<void()>& handler) { Run(handler, FailureReport::Support); }
   void AfterEvent();
   void FollowFocus();
   QWidget* WidgetOf(const editor::FocusTarget& target) const;
   bool FilterKey(QLineEdit* edit, const Control& control, class QKeyEvent* event);
+  // What a field lets in of a text, character by character as the form's key
+  // filter turns it; `changed` tells whether anything was turned or refused.
+  QString Filtered(const Control& control, const QString& text, bool* changed = nullptr) const;
   void PlaceRowArea();
   void MirrorAll();
   void MirrorTopControls();
@@ -119,7 +126,7 @@ class EditorWindow : public QWidget {
   std::vector<std::string> shownList_;
   std::vector<int> shownTabOrder_;
   std::optional<Rgb> shownListBack_, shownParcelBack_;
-  std::array<std::optional<Rgb>, 4> shownResultColour_{};
+  std::array<std::optional<std::pair<Rgb, Rgb>>, 4> shownResultColour_{};
   QRect shownSketchRect_;
   std::string shownSketchTip_ = "\x01";
 };

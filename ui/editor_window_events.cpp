@@ -18,9 +18,9 @@ namespace parvenna::ui {
 using editor::FocusKind;
 using editor::FocusTarget;
 
-void EditorWindow::Run(const std::function<void()>& handler) {
+void EditorWindow::Run(const std::function<void()>& handler, FailureReport report) {
   ++depth_;
-  RunGuarded(form_.prompter, handler);
+  RunGuarded(form_.prompter, handler, report);
   if (--depth_ == 0) AfterEvent();
 }
 
@@ -65,11 +65,11 @@ void EditorWindow::FollowFocus() {
 
 bool EditorWindow::eventFilter(QObject* watched, QEvent* event) {
   if (watched == frameBase_ && event->type() == QEvent::Wheel) {
-    // The wheel over the rows steps the bar by its small change.
+    // The wheel over the rows steps the bar by its small change, within the
+    // rows in use.
     const int delta = static_cast<QWheelEvent*>(event)->angleDelta().y();
     if (delta != 0 && scroll_->isEnabled()) {
-      scroll_->triggerAction(delta > 0 ? QAbstractSlider::SliderSingleStepSub
-                                       : QAbstractSlider::SliderSingleStepAdd);
+      Run([this, delta] { form_.VScroll1_Wheel(delta > 0 ? -1 : 1); });
     }
     return true;
   }
@@ -107,7 +107,7 @@ bool EditorWindow::eventFilter(QObject* watched, QEvent* event) {
       const Qt::MouseButton button = static_cast<QMouseEvent*>(event)->button();
       if (control.kind == FocusKind::RowButton &&
           (button == Qt::LeftButton || button == Qt::RightButton)) {
-        Run([this, control] { form_.cmdNo_MouseUp(control.row); });
+        RunCourse([this, control] { form_.cmdNo_MouseUp(control.row); });
         // The menu takes the release; the button must not click as well.
         static_cast<QPushButton*>(watched)->setDown(false);
         return true;
@@ -130,24 +130,35 @@ bool EditorWindow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 // The field's key filter decides what a typed character becomes. Keys that
-// type nothing (arrows, Home, Delete, Tab) are not its business.
+// type nothing (arrows, Home, Delete, Tab) are not its business, nor are the
+// editing keys with Control (select all, copy, cut, undo); a paste goes
+// through the filter in the field itself.
 bool EditorWindow::FilterKey(QLineEdit* edit, const Control& control, QKeyEvent* event) {
   const int key = event->key();
   if (key == Qt::Key_Tab || key == Qt::Key_Backtab || key == Qt::Key_Delete) return false;
+  const Qt::KeyboardModifiers modifiers = event->modifiers();
+  if ((modifiers & Qt::ControlModifier) && !(modifiers & Qt::AltModifier)) return false;
   QString typed = event->text();
   if (key == Qt::Key_Backspace) typed = QString(QChar(8));
   if (typed.isEmpty()) return false;
-  QString accepted;
   bool changed = false;
-  for (char32_t c : typed.toUcs4()) {
-    const char32_t result = form_.Field_KeyPress(control.row, control.field, c);
-    changed = changed || result != c;
-    if (result == 8) continue;  // Backspace edits; it inserts nothing
-    if (result != 0) accepted += QString::fromUcs4(&result, 1);
-  }
+  const QString accepted = Filtered(control, typed, &changed);
   if (!changed) return false;  // the field takes the key as it came
   if (!accepted.isEmpty()) edit->insert(accepted);  // raises textEdited, and so Change
   return true;
+}
+
+QString EditorWindow::Filtered(const Control& control, const QString& text, bool* changed) const {
+  QString accepted;
+  bool turned = false;
+  for (char32_t c : text.toUcs4()) {
+    const char32_t result = form_.Field_KeyPress(control.row, control.field, c);
+    turned = turned || result != c;
+    if (result == 8) continue;  // Backspace edits; it inserts nothing
+    if (result != 0) accepted += QString::fromUcs4(&result, 1);
+  }
+  if (changed) *changed = turned;
+  return accepted;
 }
 
 void EditorWindow::closeEvent(QCloseEvent* event) {

@@ -8,7 +8,7 @@
 
 namespace parvenna::ui {
 
-bool RunGuarded(Prompter& prompter, const std::function<void()>& handler) {
+bool RunGuarded(Prompter& prompter, const std::function<void()>& handler, FailureReport report) {
   int number = 0;
   try {
     handler();
@@ -19,8 +19,12 @@ bool RunGuarded(Prompter& prompter, const std::function<void()>& handler) {
     // Anything else the program did not foresee reads as an invalid call.
     number = static_cast<int>(ErrorNumber::InvalidCall);
   }
-  Inform(prompter, shell::UnknownErrorText(number), MsgIcon::Critical,
-         shell::messages::UnknownErrorTitle);
+  if (report == FailureReport::Support) {
+    shell::ReportUnknownError(prompter, number);
+  } else {
+    Inform(prompter, shell::UnknownErrorText(number), MsgIcon::Critical,
+           shell::messages::UnknownErrorTitle);
+  }
   return false;
 }
 

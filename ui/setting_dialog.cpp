@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "store/messages.h"
+#include "ui/control_colours.h"
 #include "ui/twips.h"
 
 namespace parvenna::ui {
@@ -21,10 +22,8 @@ constexpr const char* kMinuteMark = "'";
 constexpr const char* kSecondMark = "\"";
 
 void SetBackground(QLabel* label, Rgb colour) {
-  QPalette palette = label->palette();
-  if (palette.color(QPalette::Window) == ToQColor(colour)) return;
-  palette.setColor(QPalette::Window, ToQColor(colour));
-  label->setPalette(palette);
+  if (label->palette().color(QPalette::Window) == ToQColor(colour)) return;
+  SetControlColours(label, Surface::Face, colour);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+#include "ui/control_colours.h"
 #include "ui/twips.h"
 
 namespace parvenna::ui {
@@ -15,6 +16,8 @@ constexpr double kNumberWidth = 180;
 SketchView::SketchView(const PainterCanvas& canvas, QWidget* parent)
     : QWidget(parent), canvas_(canvas) {
   setAttribute(Qt::WA_OpaquePaintEvent);
+  // A white picture: its course numbers are black whatever the desktop's colours.
+  SetControlColours(this, Surface::Face, colours::White);
   QFont small = font();
   small.setPointSizeF(font().pointSizeF() * 0.85);
   for (int i = 0; i < CourseLimit; ++i) {
