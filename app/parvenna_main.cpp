@@ -16,8 +16,9 @@ int main(int argc, char** argv) {
   const std::string commandLine =
       parvenna::ui::CommandLineOf(QCoreApplication::arguments(), QDir::currentPath());
 
+  // The main window shows itself once the system store is held: a refused
+  // start leaves the splash alone on the screen with its box.
   parvenna::ui::MainWindow window(QCoreApplication::applicationDirPath().toStdString());
-  window.showMaximized();
   if (!window.Start(commandLine)) return 1;
   splash.finish(&window);
   return app.exec();

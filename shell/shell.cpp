@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "platform/run_error.h"
 #include "shell/messages.h"
 #include "store/messages.h"
 #include "store/project_file.h"
@@ -41,6 +42,7 @@ bool Shell::Start(const std::string& commandLine) {
   if (FirstRun) systemStore.RewriteRelativeRecent();
   if (!systemStore.Open(prompter)) return false;
   VersionText = std::string(messages::ProgramVersion) + messages::Version;
+  windows.ShowMain();
 
   // The main window comes up around the editor; until a project says
   // otherwise the drawing is white and keeps its own colours.
@@ -67,6 +69,8 @@ bool Shell::Start(const std::string& commandLine) {
                                  messages::InitialConfiguration);
     systemStore.WriteDefaultUnit(metric, prompter);
   }
+  // The drawing fills the main window; the editor stands in its place above it.
+  frmView.mnuNativeView_Click(windows.AreaWidth(), windows.AreaHeight());
   windows.ShowEditor();
   opener.OpenFromCommandLine(commandLine);
   return true;
@@ -147,17 +151,23 @@ void Shell::BindMenu() {
      [this] { frmView.mnuSplitVertical_Click(windows.AreaWidth(), windows.AreaHeight()); });
 
   on("mnuHelp", [this] {
-    windows.OpenUrl("file://" + state.AppDirectory + "/help/index.html");
-    windows.MinimizeMain();
+    // The main window goes down for the help only when the help came up.
+    if (OpenLink("file://" + state.AppDirectory + "/help/index.html")) windows.MinimizeMain();
   });
   on("mnuVideoQuick", [this] { ShowVideo("quickstart.mp4"); });
   on("mnuVideoFullTraining", [this] { ShowVideo("fulltraining.mp4"); });
   on("mnuVideoConfg", [this] { ShowVideo("configuration.mp4"); });
-  on("mnuAbout", [this] { windows.ShowAbout(systemStore.ReadCredits()); });
-  on("mnuFAQ", [this] { windows.OpenUrl(messages::FaqAddress); });
-  on("mnuSupport", [this] { windows.OpenUrl(messages::SupportAddress); });
-  on("mnuComment", [this] { windows.OpenUrl(messages::CommentsAddress); });
-  on("mnuWebsite", [this] { windows.OpenUrl(messages::WebsiteAddress); });
+  on("mnuAbout", [this] {
+    try {
+      windows.ShowAbout(systemStore.ReadCredits());
+    } catch (const RunError& failure) {
+      ReportUnknownError(prompter, failure.Code());
+    }
+  });
+  on("mnuFAQ", [this] { OpenLink(messages::FaqAddress); });
+  on("mnuSupport", [this] { OpenLink(messages::SupportAddress); });
+  on("mnuComment", [this] { OpenLink(messages::CommentsAddress); });
+  on("mnuWebsite", [this] { OpenLink(messages::WebsiteAddress); });
 }
 
 void Shell::MenuClick(const std::string& name, int index) {
@@ -207,7 +217,13 @@ void Shell::ShowVideo(const std::string& fileName) {
     Inform(prompter, messages::NoVideo, MsgIcon::Information);
     return;
   }
-  windows.OpenUrl("file://" + video.string());
+  OpenLink("file://" + video.string());
+}
+
+bool Shell::OpenLink(const std::string& url) {
+  if (windows.OpenUrl(url)) return true;
+  Inform(prompter, messages::CannotOpenStart + url + messages::CannotOpenEnd, MsgIcon::Exclamation);
+  return false;
 }
 
 // ---- store::ProjectWindows ---------------------------------------------------------
@@ -221,8 +237,11 @@ bool Shell::SaveEnabled() const { return frmEditor.cmdSave.Enabled; }
 void Shell::SetEditorTopmost(bool topmost) { windows.SetEditorTopmost(topmost); }
 
 void Shell::SetCaptions(const std::string& editorCaption, const std::string& mainCaption) {
+  // The captions come from the recent menu just read: its entries show now,
+  // so that each names the project it opens.
   EditorCaption = editorCaption;
   MainCaption = mainCaption;
+  menu.ShowHistory(recent);
   windows.SetCaptions(editorCaption, mainCaption);
 }
 
@@ -249,10 +268,17 @@ bool Shell::OpenDrawing() {
 }
 
 void Shell::SettingsLoaded() {
+  if (!state.ToolTipsOn) {
+    // Every loaded form; the options and report windows clear theirs as
+    // they load. Tooltips turned on again show from the next start.
+    frmEditor.ClearToolTips();
+    frmView.ClearToolTips();
+    frmCreate.ClearToolTips();
+  }
   frmEditor.LayoutArcFields();
   frmEditor.SetTabOrder();
   menu.ShowOptionTicks(state);
-  menu.ShowHistory(recent);
+  frmEditor.ShowNotation();
 }
 
 void Shell::ShowParcels() { frmEditor.Show_Parcels(); }

@@ -30,8 +30,9 @@ class Shell : public store::ProjectWindows, public editor::EditorHost {
   ~Shell() override;
 
   // The start, in its order: the first-run flag, the system store held for the
-  // run (false: the program must end, the box has been shown), the editor and
-  // its first-run questions, then the project of the command line.
+  // run (false: the program must end, the box has been shown, and no window
+  // but the splash came up), the main window, the editor and its first-run
+  // questions, then the project of the command line.
   bool Start(const std::string& commandLine);
   // A close request of the main window or the editor: true when the program
   // may end. "Exit Parvenna?" is asked once.
@@ -97,6 +98,8 @@ class Shell : public store::ProjectWindows, public editor::EditorHost {
   void ToggleOption(store::OptionMenu entry, MenuItem& item);
   void ShowReport(const std::string& caption);
   void ShowVideo(const std::string& fileName);
+  // Opens a link; a box names it when nothing on the desktop opens it.
+  bool OpenLink(const std::string& url);
 
   std::map<std::string, std::function<void(int)>> handlers_;
 };

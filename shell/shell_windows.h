@@ -18,6 +18,9 @@ class ShellWindows {
   virtual void SetCaptions(const std::string& editorCaption, const std::string& mainCaption) = 0;
   // The editor stays above the drawing while the program is in front.
   virtual void SetEditorTopmost(bool topmost) = 0;
+  // The main window comes up, maximised, once the system store is held: a
+  // refused start shows nothing but the splash.
+  virtual void ShowMain() = 0;
   virtual void ShowEditor() = 0;
   virtual void MinimizeEditor() = 0;
   virtual void MinimizeMain() = 0;
@@ -35,8 +38,9 @@ class ShellWindows {
   virtual void ShowAbout(const std::string& credits) = 0;
   // The report window with that caption, loaded and shown.
   virtual void ShowReport(const std::string& caption) = 0;
-  // A page, a file or a mail address opened by the desktop.
-  virtual void OpenUrl(const std::string& url) = 0;
+  // A page, a file or a mail address opened by the desktop; false when
+  // nothing on the desktop opens it.
+  virtual bool OpenUrl(const std::string& url) = 0;
 };
 
 }  // namespace parvenna::shell

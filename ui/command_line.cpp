@@ -9,8 +9,10 @@ std::string CommandLineOf(QStringList arguments, const QString& currentDirectory
   QString line = arguments.join(' ');
   QString path = line;
   path.remove('"');
+  // Whole and plain ("./" and "../" resolved): the one text under which the
+  // recent list knows the project.
   if (!path.trimmed().isEmpty() && QDir::isRelativePath(path)) {
-    line = currentDirectory + '/' + path;
+    line = QDir::cleanPath(QDir(currentDirectory).absoluteFilePath(path));
   }
   return line.toStdString();
 }

@@ -10,6 +10,7 @@
 #include <QFileDialog>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QWindowStateChangeEvent>
 #include <QMenuBar>
 #include <QUrl>
 
@@ -82,6 +83,7 @@ MainWindow::MainWindow(const std::string& appDirectory, Prompter* prompter)
   BuildMenus();
   // The drawing may take the keyboard, but never the place above the editor.
   drawingSub_->installEventFilter(this);
+  area_->viewport()->installEventFilter(this);
   connect(qApp, &QApplication::applicationStateChanged, this, [this](Qt::ApplicationState s) {
     shell_->Activated(s == Qt::ApplicationActive);
   });
@@ -185,27 +187,16 @@ void MainWindow::SetEditorTopmost(bool topmost) {
   if (topmost) editorSub_->raise();
 }
 
-void MainWindow::FillWithDrawing() {
-  // The drawing takes the whole area behind the editor. It is not maximised:
-  // a maximised window would make every window it passes the focus to
-  // maximised too, the editor included.
-  if (drawingSub_->isMaximized() || drawingSub_->isMinimized()) drawingSub_->showNormal();
-  drawingSub_->setGeometry(area_->viewport()->rect());
-  drawingSub_->lower();
-  drawingSub_->setVisible(true);
+void MainWindow::ShowMain() {
+  showMaximized();
+  QCoreApplication::processEvents();
 }
 
 void MainWindow::ShowEditor() {
-  FillWithDrawing();
-  editorSub_->showNormal();
-  // The form's height is its minimum; on a screen of today the rows get the
-  // height of the main window, so that a parcel is seen at once.
-  const int minimum = Px(shell_->frmEditor.Height);
-  const int height = std::max(minimum, area_->viewport()->height() - Px(200));
-  editorSub_->setGeometry(Px(10), Px(100), editorSub_->sizeHint().width(), height);
-  editorSub_->setMinimumHeight(minimum);
+  if (editorSub_->isMinimized() || editorSub_->isHidden()) editorSub_->showNormal();
   editorSub_->raise();
 }
+
 
 void MainWindow::MinimizeEditor() { editorSub_->showMinimized(); }
 
@@ -214,7 +205,8 @@ void MainWindow::MinimizeMain() { showMinimized(); }
 void MainWindow::CloseMain() { close(); }
 
 void MainWindow::BringUpDrawing() {
-  FillWithDrawing();
+  // Brought up where it stands: the layout the user chose is kept.
+  if (drawingSub_->isMinimized() || drawingSub_->isHidden()) drawingSub_->showNormal();
   editorSub_->raise();
 }
 
@@ -226,13 +218,29 @@ double MainWindow::AreaHeight() const { return Twips(area_->viewport()->height()
 
 void MainWindow::EditorChanged() { editor_->Refresh(); }
 
+namespace {
+// A window inside the area at a place of the layouts. Not maximised: a
+// maximised window would make every window it passes the focus to maximised
+// too, the editor included.
+void Place(QMdiSubWindow* window, const drawing::WindowRect& r) {
+  if (window->isMaximized() || window->isMinimized() || window->isHidden()) window->showNormal();
+  window->setGeometry(Px(r.Left), Px(r.Top), Px(r.Width), Px(r.Height));
+}
+}  // namespace
+
 void MainWindow::PlaceWindows(const drawing::WindowRect& editor, const drawing::WindowRect& view) {
-  auto place = [](QMdiSubWindow* window, const drawing::WindowRect& r) {
-    if (window->isMaximized() || window->isMinimized()) window->showNormal();
-    window->setGeometry(Px(r.Left), Px(r.Top), Px(r.Width), Px(r.Height));
-  };
-  place(drawingSub_, view);
-  place(editorSub_, editor);
+  Place(drawingSub_, view);
+  Place(editorSub_, editor);
+  editorSub_->raise();
+}
+
+void MainWindow::PlaceView(const drawing::WindowRect& view) {
+  Place(drawingSub_, view);
+  KeepEditorAbove();
+}
+
+void MainWindow::RestoreEditor() {
+  if (editorSub_->isMinimized()) editorSub_->showNormal();
   editorSub_->raise();
 }
 
@@ -274,9 +282,7 @@ void MainWindow::ShowReport(const std::string& caption) {
   report_->Open(reports::KindOfCaption(caption), false);
 }
 
-void MainWindow::OpenUrl(const std::string& url) {
-  QDesktopServices::openUrl(QUrl(Q(url)));
-}
+bool MainWindow::OpenUrl(const std::string& url) { return QDesktopServices::openUrl(QUrl(Q(url))); }
 
 // ---- Events ------------------------------------------------------------------------------
 
@@ -297,15 +303,22 @@ void MainWindow::KeepEditorAbove() {
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
-  // A click raises the drawing after its handlers ran: the editor goes back
-  // on top once the click is done.
-  if (watched == drawingSub_ && event->type() == QEvent::ZOrderChange) {
+  // A click raises the drawing after its handlers ran, and the area lowers a
+  // minimised window among the others: the editor goes back on top once
+  // either is done.
+  if ((watched == drawingSub_ || watched == editorSub_) && event->type() == QEvent::ZOrderChange) {
     QMetaObject::invokeMethod(this, [this] { KeepEditorAbove(); }, Qt::QueuedConnection);
   }
-  // The editor back from being minimised places the values that wait for it.
+  // The editor back from being minimised places the values that wait for
+  // it; any other change of its state (the focus coming to it) does not.
   if (watched == editorSub_ && event->type() == QEvent::WindowStateChange &&
+      (static_cast<QWindowStateChangeEvent*>(event)->oldState() & Qt::WindowMinimized) &&
       !editorSub_->isMinimized() && !isMinimized()) {
     Run([this] { shell_->frmView.PlaceWaitingValues(); });
+  }
+  // The windows inside follow the area's size.
+  if (watched == area_->viewport() && event->type() == QEvent::Resize) {
+    Run([this] { shell_->frmView.AreaResized(AreaWidth(), AreaHeight()); });
   }
   if ((watched == create_ || watched == setting_) && event->type() == QEvent::Hide) {
     RefreshAll();

@@ -49,6 +49,7 @@ class MainWindow : public QMainWindow, public shell::ShellWindows, public drawin
   std::optional<std::string> ShowOpen(const store::FileDialogRequest& request) override;
   void SetCaptions(const std::string& editorCaption, const std::string& mainCaption) override;
   void SetEditorTopmost(bool topmost) override;
+  void ShowMain() override;
   void ShowEditor() override;
   void MinimizeEditor() override;
   void MinimizeMain() override;
@@ -62,11 +63,13 @@ class MainWindow : public QMainWindow, public shell::ShellWindows, public drawin
   void ShowSettingDialog() override;
   void ShowAbout(const std::string& credits) override;
   void ShowReport(const std::string& caption) override;
-  void OpenUrl(const std::string& url) override;
+  bool OpenUrl(const std::string& url) override;
 
   // ---- drawing::ViewHost ----
   void EditorChanged() override;
   void PlaceWindows(const drawing::WindowRect& editor, const drawing::WindowRect& view) override;
+  void PlaceView(const drawing::WindowRect& view) override;
+  void RestoreEditor() override;
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -83,7 +86,6 @@ class MainWindow : public QMainWindow, public shell::ShellWindows, public drawin
   void BuildMenus();
   void AddEntries(QMenu* menu, const std::vector<shell::MenuNode>& nodes);
   void RefreshMenus();
-  void FillWithDrawing();
   void KeepEditorAbove();
   // Runs a handler of the models; a failure nothing else caught gets the
   // program's unknown-error box, and the program goes on.

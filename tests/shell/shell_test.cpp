@@ -25,6 +25,8 @@ class RecordingWindows : public ShellWindows {
   std::vector<std::string> urls, reports;
   std::string editorCaption, mainCaption;
   bool topmost = false;
+  bool urlsOpen = true;  // whether the desktop has a program for a link
+  int mainShown = 0;
   int createShown = 0, settingShown = 0, mainMinimised = 0, closeRequests = 0, drawings = 0;
 
   std::optional<std::string> ShowOpen(const store::FileDialogRequest&) override { return openAnswer; }
@@ -33,6 +35,7 @@ class RecordingWindows : public ShellWindows {
     mainCaption = m;
   }
   void SetEditorTopmost(bool t) override { topmost = t; }
+  void ShowMain() override { ++mainShown; }
   void ShowEditor() override {}
   void MinimizeEditor() override {}
   void MinimizeMain() override { ++mainMinimised; }
@@ -46,7 +49,10 @@ class RecordingWindows : public ShellWindows {
   void ShowSettingDialog() override { ++settingShown; }
   void ShowAbout(const std::string&) override {}
   void ShowReport(const std::string& caption) override { reports.push_back(caption); }
-  void OpenUrl(const std::string& url) override { urls.push_back(url); }
+  bool OpenUrl(const std::string& url) override {
+    urls.push_back(url);
+    return urlsOpen;
+  }
 };
 
 // A program directory of its own, with the supplied store and samples.
@@ -109,6 +115,10 @@ TEST_F(ShellTest, AProjectOnTheCommandLineOpensWithItsFirstParcel) {
   EXPECT_FALSE(s.frmEditor.results.lblClosure.Caption.empty());
   EXPECT_THAT(windows.mainCaption, HasSubstr("sample_feet.pvd"));
   EXPECT_EQ(windows.drawings, 1);
+  EXPECT_EQ(windows.mainShown, 1);
+  // The recent menu names the project just opened first.
+  EXPECT_THAT(s.menu.mnuHistory[0].Caption, HasSubstr("sample_feet.pvd"));
+  EXPECT_EQ(s.state.RecentProjects[0], project);
 
   s.MenuDropDown("mnuOptions");
   EXPECT_TRUE(s.menu.mnuSetting.Enabled);
@@ -215,12 +225,22 @@ TEST_F(ShellTest, HelpEntriesLeadOutOfTheProgram) {
   EXPECT_THAT(prompter.Prompts().back(), HasSubstr("No training video is installed"));
   s.MenuClick("mnuSupport");
   EXPECT_THAT(windows.urls.back(), HasSubstr("mailto:"));
+
+  // Nothing on the desktop opens a link: a box names it, and the main window
+  // stays up for the help.
+  windows.urlsOpen = false;
+  prompter.shown.clear();
+  s.MenuClick("mnuHelp");
+  s.MenuClick("mnuFAQ");
+  EXPECT_EQ(windows.mainMinimised, 1);
+  EXPECT_THAT(prompter.Prompts(), ElementsAre(HasSubstr("help/index.html"), HasSubstr("/faq")));
 }
 
 TEST_F(ShellTest, AMissingSystemStoreEndsTheStart) {
   fs::remove(dir / "ParvennaPro.pvs");
   StartWith();
   EXPECT_FALSE(started);
+  EXPECT_EQ(windows.mainShown, 0) << "the splash stands alone with the box";
   ASSERT_FALSE(prompter.shown.empty());
   EXPECT_THAT(prompter.shown.back().Prompt,
               HasSubstr("Parvenna could not find the database or it has become corrupted."));

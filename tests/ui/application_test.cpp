@@ -161,6 +161,7 @@ TEST_F(ApplicationTest, ASecondRunningCopyIsRefusedWithTheStoreWords) {
       std::optional<std::string> ShowOpen(const store::FileDialogRequest&) override { return {}; }
       void SetCaptions(const std::string&, const std::string&) override {}
       void SetEditorTopmost(bool) override {}
+      void ShowMain() override {}
       void ShowEditor() override {}
       void MinimizeEditor() override {}
       void MinimizeMain() override {}
@@ -174,7 +175,7 @@ TEST_F(ApplicationTest, ASecondRunningCopyIsRefusedWithTheStoreWords) {
       void ShowSettingDialog() override {}
       void ShowAbout(const std::string&) override {}
       void ShowReport(const std::string&) override {}
-      void OpenUrl(const std::string&) override {}
+      bool OpenUrl(const std::string&) override { return true; }
     } windows;
     shell::Shell shell(dir.path().string(), second, canvas, windows);
     refused = !shell.Start("");
