@@ -376,11 +376,9 @@ void ViewForm::mnuSplitVertical_Click(double areaWidth, double areaHeight) {
 }
 
 void ViewForm::AreaResized(double areaWidth, double areaHeight) {
-  if (SplitShown) {
-    mnuSplitVertical_Click(areaWidth, areaHeight);
-  } else if (host_) {
-    host_->PlaceView(NativeLayout(areaWidth, areaHeight).view);
-  }
+  const WindowLayout layout =
+      SplitShown ? SplitLayout(areaWidth, areaHeight) : NativeLayout(areaWidth, areaHeight);
+  if (host_) host_->FollowArea(layout.editor, layout.view);
 }
 
 }  // namespace parvenna::drawing

@@ -147,9 +147,8 @@ class ViewForm {
   WindowLayout SplitLayout(double areaWidth, double areaHeight) const;
   void mnuNativeView_Click(double areaWidth, double areaHeight);
   void mnuSplitVertical_Click(double areaWidth, double areaHeight);
-  // The area changed size: in the split layout both windows take their
-  // places again; with free windows the drawing fills the area again and the
-  // editor stays where the user left it.
+  // The area changed size: the windows take the places of the layout chosen
+  // last for the new size, the editor only where the user left it alone.
   void AreaResized(double areaWidth, double areaHeight);
   bool SplitShown = false;  // the split layout was chosen last
 

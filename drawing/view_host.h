@@ -22,8 +22,9 @@ class ViewHost {
   virtual void EditorChanged() = 0;
   // The layout menus: the editor and the drawing window take these places.
   virtual void PlaceWindows(const WindowRect& editor, const WindowRect& view) = 0;
-  // The drawing window alone takes this place; the editor stays where it is.
-  virtual void PlaceView(const WindowRect&) {}
+  // The area changed size: the drawing window takes `view`, and the editor
+  // takes `editor` unless the user moved or sized it since a layout placed it.
+  virtual void FollowArea(const WindowRect& /*editor*/, const WindowRect& /*view*/) {}
   // Done: the editor, minimised for the grab, comes back to show the values.
   virtual void RestoreEditor() {}
 };

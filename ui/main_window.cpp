@@ -231,11 +231,18 @@ void Place(QMdiSubWindow* window, const drawing::WindowRect& r) {
 void MainWindow::PlaceWindows(const drawing::WindowRect& editor, const drawing::WindowRect& view) {
   Place(drawingSub_, view);
   Place(editorSub_, editor);
+  editorPlaced_ = editorSub_->geometry();
   editorSub_->raise();
 }
 
-void MainWindow::PlaceView(const drawing::WindowRect& view) {
+void MainWindow::FollowArea(const drawing::WindowRect& editor, const drawing::WindowRect& view) {
   Place(drawingSub_, view);
+  // The window manager maximises the main window after the start's layout:
+  // an editor still where that layout put it grows with the area.
+  if (editorSub_->geometry() == editorPlaced_) {
+    Place(editorSub_, editor);
+    editorPlaced_ = editorSub_->geometry();
+  }
   KeepEditorAbove();
 }
 

@@ -68,7 +68,7 @@ class MainWindow : public QMainWindow, public shell::ShellWindows, public drawin
   // ---- drawing::ViewHost ----
   void EditorChanged() override;
   void PlaceWindows(const drawing::WindowRect& editor, const drawing::WindowRect& view) override;
-  void PlaceView(const drawing::WindowRect& view) override;
+  void FollowArea(const drawing::WindowRect& editor, const drawing::WindowRect& view) override;
   void RestoreEditor() override;
 
  protected:
@@ -107,6 +107,7 @@ class MainWindow : public QMainWindow, public shell::ShellWindows, public drawin
   std::vector<Entry> entries_;
   std::vector<std::pair<QMenu*, MenuItem*>> topMenus_;
   bool editorTopmost_ = true;
+  QRect editorPlaced_;  // where a layout last put the editor
   bool closing_ = false;
 };
 

@@ -193,6 +193,13 @@ TEST_F(MainWindowTest, TheDrawingFillsTheAreaAndFollowsItWithItsButtonsInSight) 
   w.resize(1000, 720);
   QTest::qWait(20);
   EXPECT_EQ(drawing->geometry(), AreaRect()) << "the drawing follows the main window";
+  EXPECT_EQ(editor->geometry().bottom(), AreaRect().bottom()) << "and the editor left in its place";
+  // An editor the user has moved stays where it was put.
+  editor->move(200, 150);
+  w.resize(1100, 760);
+  QTest::qWait(20);
+  EXPECT_EQ(drawing->geometry(), AreaRect());
+  EXPECT_EQ(editor->pos(), QPoint(200, 150));
 }
 
 TEST_F(MainWindowTest, NewAndEditLeaveTheSplitLayoutAsItIsAndItFollowsTheWindow) {
