@@ -18,6 +18,7 @@
 #include "tests/store/temp_dir.h"
 #include "tests/support/recording_canvas.h"
 #include "tests/support/scripted_prompter.h"
+#include "tests/ui/program_dir.h"
 #include "tests/ui/ui_app.h"
 #include "ui/course_row_view.h"
 #include "ui/editor_window.h"
@@ -30,7 +31,6 @@ namespace fs = std::filesystem;
 using ::testing::HasSubstr;
 using parvenna::testing::RecordingCanvas;
 using parvenna::testing::ScriptedPrompter;
-using parvenna::testing::TempDir;
 
 // True when the process holds a lock on the file, by /proc/locks: lines such
 // as "1: FLOCK  ADVISORY  WRITE 4711 08:01:123456 0 EOF".
@@ -49,22 +49,13 @@ bool HoldsLock(qint64 pid, const fs::path& file) {
   return false;
 }
 
-// A program directory of its own, with the supplied store and samples, past
-// its first run.
 class ApplicationTest : public ::testing::Test {
  protected:
-  ApplicationTest() {
-    testing::TestApp();
-    for (const char* file : {"ParvennaPro.pvs", "sample_feet.pvd", "sample_feet.dxf", "default.dxf"}) {
-      fs::copy_file(fs::path(PARVENNA_APP_DIR) / file, dir / file);
-    }
-    store::Database db = store::Database::Open(dir / "ParvennaPro.pvs");
-    db.Execute("UPDATE tblSetting SET FirstRun = 0");
-  }
+  ApplicationTest() { testing::TestApp(); }
 
-  std::string Sample() const { return (dir / "sample_feet.pvd").string(); }
+  std::string Sample() const { return dir.Sample(); }
 
-  TempDir dir;
+  testing::ProgramDir dir;
   ScriptedPrompter prompter;
 };
 

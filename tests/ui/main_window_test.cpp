@@ -26,6 +26,7 @@
 #include "store/store.h"
 #include "tests/store/temp_dir.h"
 #include "tests/support/scripted_prompter.h"
+#include "tests/ui/program_dir.h"
 #include "tests/ui/ui_app.h"
 #include "ui/command_line.h"
 #include "ui/drawing_view.h"
@@ -41,7 +42,6 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::Not;
 using parvenna::testing::ScriptedPrompter;
-using parvenna::testing::TempDir;
 
 // Keeps, for every box shown, the names of the windows that stood on the
 // screen while it showed.
@@ -60,18 +60,12 @@ class WatchingPrompter : public ScriptedPrompter {
 
 class MainWindowTest : public ::testing::Test {
  protected:
-  MainWindowTest() {
-    testing::TestApp();
-    for (const char* file : {"ParvennaPro.pvs", "sample_feet.pvd", "sample_feet.dxf", "default.dxf"}) {
-      fs::copy_file(fs::path(PARVENNA_APP_DIR) / file, dir / file);
-    }
-    store::Database::Open(dir / "ParvennaPro.pvs").Execute("UPDATE tblSetting SET FirstRun = 0");
-  }
+  MainWindowTest() { testing::TestApp(); }
   ~MainWindowTest() override {
     if (window) window->Shell().frmEditor.ExitConfirmed = true;
   }
 
-  std::string Sample() const { return (dir / "sample_feet.pvd").string(); }
+  std::string Sample() const { return dir.Sample(); }
   void SetProject(const std::string& assignments) {
     store::Database::Open(dir / "sample_feet.pvd").Execute("UPDATE tblSetting SET " + assignments);
   }
@@ -115,7 +109,7 @@ class MainWindowTest : public ::testing::Test {
     QTest::qWait(20);
   }
 
-  TempDir dir;
+  testing::ProgramDir dir;
   WatchingPrompter prompter;
   std::unique_ptr<MainWindow> window;
 };

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "store/store.h"
+#include "tests/store/temp_dir.h"
+
+namespace parvenna::ui::testing {
+
+// A program directory of its own, with the supplied store, the sample
+// project and the drawings beside it, past its first run.
+class ProgramDir : public parvenna::testing::TempDir {
+ public:
+  ProgramDir() {
+    for (const char* file : {"ParvennaPro.pvs", "sample_feet.pvd", "sample_feet.dxf", "default.dxf"}) {
+      std::filesystem::copy_file(std::filesystem::path(PARVENNA_APP_DIR) / file, path() / file);
+    }
+    store::Database::Open(path() / "ParvennaPro.pvs").Execute("UPDATE tblSetting SET FirstRun = 0");
+  }
+
+  std::string Sample() const { return (path() / "sample_feet.pvd").string(); }
+};
+
+}  // namespace parvenna::ui::testing
