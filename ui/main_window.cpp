@@ -10,9 +10,9 @@
 #include <QFileDialog>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QWindowStateChangeEvent>
 #include <QMenuBar>
 #include <QUrl>
+#include <QWindowStateChangeEvent>
 
 #include "shell/messages.h"
 #include "ui/about_dialog.h"
@@ -197,7 +197,6 @@ void MainWindow::ShowEditor() {
   editorSub_->raise();
 }
 
-
 void MainWindow::MinimizeEditor() { editorSub_->showMinimized(); }
 
 void MainWindow::MinimizeMain() { showMinimized(); }
@@ -246,10 +245,7 @@ void MainWindow::FollowArea(const drawing::WindowRect& editor, const drawing::Wi
   KeepEditorAbove();
 }
 
-void MainWindow::RestoreEditor() {
-  if (editorSub_->isMinimized()) editorSub_->showNormal();
-  editorSub_->raise();
-}
+void MainWindow::RestoreEditor() { ShowEditor(); }
 
 void MainWindow::ShowRowMenu(int row) { editor_->ShowRowMenu(row); }
 
