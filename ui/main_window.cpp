@@ -59,7 +59,11 @@ bool Checkable(const std::string& name) {
 MainWindow::MainWindow(const std::string& appDirectory, Prompter* prompter)
     : qtPrompter_(this),
       prompter_(prompter ? *prompter : qtPrompter_),
-      shell_(std::make_unique<shell::Shell>(appDirectory, prompter_, canvas_, *this)) {
+      formPrompter_(prompter_,
+                    [this] {
+                      if (editor_) editor_->Refresh();
+                    }),
+      shell_(std::make_unique<shell::Shell>(appDirectory, formPrompter_, canvas_, *this)) {
   setObjectName("frmMain");
   setWindowTitle("Parvenna");
   area_ = new QMdiArea(this);

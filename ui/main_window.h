@@ -12,6 +12,7 @@
 #include "shell/shell_windows.h"
 #include "ui/painter_canvas.h"
 #include "ui/qt_prompter.h"
+#include "ui/showing_prompter.h"
 
 class QAction;
 class QMdiArea;
@@ -93,6 +94,7 @@ class MainWindow : public QMainWindow, public shell::ShellWindows, public drawin
 
   QtPrompter qtPrompter_;
   Prompter& prompter_;
+  ShowingPrompter formPrompter_;  // the forms' boxes, shown over what the windows hold
   PainterCanvas canvas_;
   std::unique_ptr<shell::Shell> shell_;
   QMdiArea* area_ = nullptr;

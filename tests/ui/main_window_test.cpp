@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 
 #include <QAction>
@@ -30,6 +31,7 @@
 #include "tests/ui/ui_app.h"
 #include "ui/command_line.h"
 #include "ui/drawing_view.h"
+#include "ui/editor_window.h"
 #include "ui/main_window.h"
 #include "ui/twips.h"
 
@@ -48,7 +50,9 @@ using parvenna::testing::ScriptedPrompter;
 class WatchingPrompter : public ScriptedPrompter {
  public:
   std::vector<std::vector<std::string>> windowsAtBox;
+  std::function<void()> atBox;
   MsgAnswer MsgBox(const Message& message) override {
+    if (atBox) atBox();
     std::vector<std::string> names;
     for (QWidget* w : QApplication::topLevelWidgets()) {
       if (w->isVisible()) names.push_back(w->objectName().toStdString());
@@ -261,6 +265,31 @@ TEST_F(MainWindowTest, GrabbedValuesWaitForDoneWhileTheEditorIsClicked) {
 
   Click("cmdDone");
   EXPECT_FALSE(bearing->text().isEmpty());
+}
+
+TEST_F(MainWindowTest, TheFieldABoxSpeaksOfShowsWhileTheBoxIsUp) {
+  MainWindow& w = Start(Sample());
+  Click("cmdInsert");
+  editor::EditorForm& form = w.Shell().frmEditor;
+  form.txtParcel.Text = "Lot 9";
+  for (int i = 0; i < 25; ++i) {
+    // Row 22's bearing came from the drawing: it computes, but is no bearing.
+    form.SetFieldText(i, CourseField::BearingLine, i == 22 ? "N95\u00B00'0\"E" : "N10\u00B00'0\"E");
+    form.SetFieldText(i, CourseField::DistanceLine, "10");
+  }
+  w.RefreshAll();
+  w.Editor().VScroll1()->setValue(0);
+  auto* field = Find<QLineEdit>("txtBearingLine(22)");
+  auto* rows = Find<QWidget>("frameBase");
+  std::vector<bool> inView;
+  prompter.atBox = [&] {
+    inView.push_back(rows->rect().contains(QRect(field->mapTo(rows, QPoint(0, 0)), field->size())));
+  };
+  prompter.Answer({MsgAnswer::Yes});  // save although it fails the tolerance
+  Click("cmdSave");
+  ASSERT_EQ(prompter.shown.size(), 2u);
+  EXPECT_THAT(prompter.shown[1].Prompt, HasSubstr("bearing"));
+  EXPECT_EQ(inView, (std::vector<bool>{false, true}));
 }
 
 // ---- Keyboard -------------------------------------------------------------------------
