@@ -123,7 +123,13 @@ void DrawingView::resizeEvent(QResizeEvent* event) {
 
 void DrawingView::mousePressEvent(QMouseEvent* event) {
   const QPointF at = event->position();
-  if (OverviewRect().contains(at.toPoint())) return;
+  const QRect inset = OverviewRect();
+  if (inset.contains(at.toPoint())) {
+    if (event->button() != Qt::LeftButton) return;
+    const QPointF within = at - inset.topLeft();
+    run_([&] { form_.Overview_Click(view_, within.x(), within.y(), inset.width(), inset.height()); });
+    return;
+  }
   if (Showing() && form_.View(view_).AwaitingPart()) {
     bandFrom_ = at.toPoint();
     band_->setGeometry(QRect(bandFrom_, QSize()));

@@ -74,6 +74,7 @@ MainWindow::MainWindow(const std::string& appDirectory, Prompter* prompter)
 
   editor_ = new EditorWindow(shell_->frmEditor, canvas_);
   editor_->bind();
+  editor_->afterEvent = [this] { drawing_->Refresh(); };
   editorSub_ = area_->addSubWindow(editor_);
   editorSub_->installEventFilter(this);
   editorSub_->setWindowTitle("Parvenna Editor");
@@ -160,6 +161,7 @@ void MainWindow::RefreshMenus() {
 void MainWindow::RefreshAll() {
   RefreshMenus();
   editor_->Refresh();
+  drawing_->Refresh();
 }
 
 // ---- shell::ShellWindows ---------------------------------------------------------------

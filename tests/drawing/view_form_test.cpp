@@ -170,15 +170,20 @@ TEST_F(ViewFormTest, BadFilesGiveTheMessageLeaveTheViewsEmptyAndKeepTheProject) 
   TempDir scratch;
   parvenna::testing::WriteFile(scratch / "noise.dwg", std::string(4000, '\x5a'));
   parvenna::testing::WriteFile(scratch / "notes.dgn", "not a drawing\n");
-  for (const std::string& bad :
-       {Drawings + "dwg_r2004_mtext_UNSUPPORTED.dwg", Drawings + "dwg_r2000_crc_error_UNREADABLE.dwg",
-        Drawings + "dgn_v8_UNSUPPORTED.dgn", (scratch / "noise.dwg").string(),
-        (scratch / "notes.dgn").string(), (scratch / "missing.dxf").string()}) {
+  const std::vector<std::pair<std::string, std::string>> cases = {
+      {Drawings + "dwg_r2000_crc_error_UNREADABLE.dwg", messages::ReasonDwgDamaged},
+      {Drawings + "dgn_v8_UNSUPPORTED.dgn", messages::ReasonDgnV8},
+      {(scratch / "noise.dwg").string(), messages::ReasonNotADrawing},
+      {(scratch / "notes.dgn").string(), messages::ReasonNotADrawing},
+      {(scratch / "missing.dxf").string(), messages::ReasonNotFound}};
+  for (const auto& [bad, reason] : cases) {
     SCOPED_TRACE(bad);
     ASSERT_TRUE(Open(Lot7));
     prompter.shown.clear();
     EXPECT_FALSE(Open(bad));
-    ASSERT_EQ(prompter.Prompts(), std::vector<std::string>{messages::OpenDrawingFileError});
+    // The box's own words first, then why and what to do.
+    ASSERT_EQ(prompter.Prompts(),
+              std::vector<std::string>{std::string(messages::OpenDrawingFileError) + "\n\n" + reason});
     EXPECT_FALSE(f().View(0).IsLoaded());
     EXPECT_FALSE(f().View(1).IsLoaded());
     EXPECT_TRUE(f().mnuLayer1.empty());
