@@ -1,5 +1,6 @@
 #include "drawing/dwg_converter.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <system_error>
 
@@ -39,15 +40,17 @@ bool ConverterComplete(const std::string& directory) {
          fs::is_regular_file(dir / kPackage, ec);
 }
 
-std::string ConverterDirectory() {
-  const fs::path program = ProgramDirectory();
-  if (program.empty()) return {};
+std::string ConverterDirectoryFor(const std::string& programDirectory) {
+  if (programDirectory.empty()) return {};
+  const fs::path program(programDirectory);
   for (const fs::path& candidate :
        {program / "dwg_converter", program / ".." / "share" / "parvenna" / "dwg_converter"}) {
     if (ConverterComplete(candidate.string())) return candidate.lexically_normal().string();
   }
   return {};
 }
+
+std::string ConverterDirectory() { return ConverterDirectoryFor(ProgramDirectory().string()); }
 
 DwgConversion ConvertDwg(const std::string& path, const DwgOptions& options) {
   DwgConversion result;
@@ -69,8 +72,8 @@ DwgConversion ConvertDwg(const std::string& path, const DwgOptions& options) {
     result.detail = Missing("Node.js cannot be started: " + run.startError);
   } else if (run.timedOut) {
     result.failure = DwgFailure::TimedOut;
-    result.detail = messages::ReasonDwgTimedOut +
-                    std::to_string(std::chrono::duration_cast<std::chrono::seconds>(options.limit).count()) +
+    const auto seconds = std::max<long long>(1, (options.limit.count() + 999) / 1000);
+    result.detail = messages::ReasonDwgTimedOut + std::to_string(seconds) +
                     messages::ReasonDwgTimedOutEnd + messages::SaveAsAdvice;
   } else if (run.exitStatus == kUnreadable) {
     result.failure = DwgFailure::Unreadable;

@@ -31,6 +31,8 @@ struct DwgConversion {
 // in ../share/parvenna/ from the program's folder, where it is installed.
 // Empty when neither holds a complete converter.
 std::string ConverterDirectory();
+// The same for a program in this folder.
+std::string ConverterDirectoryFor(const std::string& programDirectory);
 
 // True when the folder holds the script and the LibreDWG package.
 bool ConverterComplete(const std::string& directory);

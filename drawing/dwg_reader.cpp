@@ -420,7 +420,7 @@ class Reader {
     } else if (type == "P") {
       PolyPoints(f, points);
     } else {
-      f.Number();  // makes the record fail: an edge of no known kind
+      f.Fail();  // an edge of no known kind
       return;
     }
     if (!f.ok() || points.empty()) return;

@@ -61,6 +61,8 @@ class FieldReader {
   // A count of items of `fieldsEach` fields that the record can still hold.
   std::size_t Count(std::size_t fieldsEach);
   bool Flag() { return Number() != 0; }
+  // The record holds something that cannot be read.
+  void Fail() { ok_ = false; }
   bool ok() const { return ok_; }
 
  private:

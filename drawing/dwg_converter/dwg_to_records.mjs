@@ -235,8 +235,11 @@ function entityRecords(e, inBlock) {
       return e.name ? [[...head('dimension', e), esc(e.name)]] : [];
     case 'HATCH': {
       const paths = e.boundaryPaths || [];
-      return [[...head('hatch', e), m, e.solidFill === 1 ? '1' : '0', String(paths.length),
-        ...paths.flatMap(hatchLoop)]];
+      const fields = head('hatch', e);
+      // A gradient is filled with its first colour.
+      const first = e.gradientFlag === 1 ? e.gradientColors?.[0] : undefined;
+      if (first) fields[3] = first.colorIndex > 0 && first.colorIndex < 256 ? String(first.colorIndex) : hex6(first.rgb);
+      return [[...fields, m, e.solidFill === 1 ? '1' : '0', String(paths.length), ...paths.flatMap(hatchLoop)]];
     }
     default:
       return [];  // rays, images, solids of 3D, tables, viewports: not drawn
