@@ -20,9 +20,10 @@ constexpr double kTwoPi = 2 * std::numbers::pi;
 constexpr int kDeepestBlock = 16;
 // Copies of one reference (columns times rows of a multiple insert).
 constexpr double kMostCopies = 10000;
-// Entities made by drawing blocks in place, beyond which references are
-// left out: a small file can ask for billions.
-constexpr std::size_t kMostEntities = 20'000'000;
+// Entities, beyond which the contents of blocks are no longer drawn in
+// place: a small file can ask for billions. The model space's own entities
+// are all read.
+constexpr std::size_t kMostEntities = 4'000'000;
 
 // Where the records of a block land, and what its contents inherit.
 struct Place {
@@ -140,7 +141,7 @@ class Reader {
   }
 
   void Entity(std::size_t r, const Place& place) {
-    if (doc_.entities.size() >= kMostEntities) return;
+    if (place.depth > 0 && doc_.entities.size() >= kMostEntities) return;
     const std::string_view kind = records_.Kind(r);
     FieldReader f(records_, r);
     std::string layerName;
