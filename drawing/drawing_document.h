@@ -126,6 +126,10 @@ struct DrawingDocument {
   std::size_t MemoryBytes() const;
 };
 
+// A handle written in hexadecimal, as files and HandleText write it; 0 for
+// anything else.
+std::uint64_t ParseHandle(std::string_view text);
+
 // Texts are measured without fonts: a character is taken as this part of the
 // text height wide, and lines stand this many heights apart.
 inline constexpr double kCharacterWidth = 0.75;

@@ -62,19 +62,6 @@ Rgb ColourOf(std::string_view word) {
   return AciColour(number);
 }
 
-std::uint64_t ParseHandle(std::string_view text) {
-  if (text.empty() || text.size() > 16) return 0;
-  std::uint64_t v = 0;
-  for (char ch : text) {
-    int d = -1;
-    if (ch >= '0' && ch <= '9') d = ch - '0';
-    else if (ch >= 'a' && ch <= 'f') d = ch - 'a' + 10;
-    else if (ch >= 'A' && ch <= 'F') d = ch - 'A' + 10;
-    if (d < 0) return 0;
-    v = v * 16 + static_cast<std::uint64_t>(d);
-  }
-  return v;
-}
 
 // The angle of a direction after a placement.
 double AngleAfter(const Affine& t, double angle) {

@@ -174,13 +174,6 @@ void AnchorOf(int anchor, HAlign& h, VAlign& v) {
   v = row == 0 ? VAlign::Baseline : row == 1 ? VAlign::Middle : row == 2 ? VAlign::Top : VAlign::Bottom;
 }
 
-std::uint64_t ParseHandle(const char* text) {
-  if (text == nullptr || *text == '\0') return 0;
-  char* end = nullptr;
-  const unsigned long long v = std::strtoull(text, &end, 16);
-  return (end != nullptr && *end == '\0') ? v : 0;
-}
-
 // The circle through three points; false when they are in a line.
 bool CircleThrough(Point a, Point b, Point c, Point& centre, double& radius) {
   const double d = 2 * (a.x * (b.y - c.y) + b.x * (c.y - a.y) + c.x * (a.y - b.y));

@@ -34,19 +34,6 @@ double TextDistance(const TextData& text, Point p) {
   return std::hypot(ou, ov);
 }
 
-std::uint64_t ParseHandle(std::string_view text) {
-  if (text.empty() || text.size() > 16) return 0;
-  std::uint64_t v = 0;
-  for (char ch : text) {
-    int d = -1;
-    if (ch >= '0' && ch <= '9') d = ch - '0';
-    else if (ch >= 'a' && ch <= 'f') d = ch - 'a' + 10;
-    else if (ch >= 'A' && ch <= 'F') d = ch - 'A' + 10;
-    if (d < 0) return 0;
-    v = v * 16 + static_cast<std::uint64_t>(d);
-  }
-  return v;
-}
 
 }  // namespace
 
@@ -57,10 +44,14 @@ std::shared_ptr<const IndexedDrawing> ReadIndexedDrawing(const std::string& path
     detail = loaded.detail;
     return nullptr;
   }
-  auto drawing = std::make_shared<IndexedDrawing>();
-  drawing->document = std::move(*loaded.document);
-  drawing->index.Build(drawing->document.entities, drawing->document.extent);
   detail.clear();
+  return IndexDrawing(std::move(*loaded.document));
+}
+
+std::shared_ptr<const IndexedDrawing> IndexDrawing(DrawingDocument document) {
+  auto drawing = std::make_shared<IndexedDrawing>();
+  drawing->document = std::move(document);
+  drawing->index.Build(drawing->document.entities, drawing->document.extent);
   return drawing;
 }
 

@@ -32,6 +32,8 @@ struct IndexedDrawing {
 // Null when the file cannot be read; detail then says why.
 std::shared_ptr<const IndexedDrawing> ReadIndexedDrawing(const std::string& path,
                                                          std::string& detail);
+// A document already read, with its index.
+std::shared_ptr<const IndexedDrawing> IndexDrawing(DrawingDocument document);
 
 // The commands of the zoom buttons.
 enum class ViewCommand { ZoomIn, ZoomOut, ZoomAll, UndoZoom, PartLarge };

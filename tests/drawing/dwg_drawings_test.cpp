@@ -42,12 +42,7 @@ const DrawingDocument& Loaded(const std::string& name) {
   return *it->second.document;
 }
 
-std::shared_ptr<const IndexedDrawing> Indexed(const std::string& name) {
-  auto drawing = std::make_shared<IndexedDrawing>();
-  drawing->document = Loaded(name);
-  drawing->index.Build(drawing->document.entities, drawing->document.extent);
-  return drawing;
-}
+std::shared_ptr<const IndexedDrawing> Indexed(const std::string& name) { return IndexDrawing(Loaded(name)); }
 
 const Entity* ByHandle(const DrawingDocument& doc, std::uint64_t handle) {
   for (const Entity& e : doc.entities) {

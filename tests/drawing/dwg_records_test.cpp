@@ -123,9 +123,7 @@ TEST(DwgRecords, AGrabMarksOneCopyOfABlocksLabel) {
   const DrawingDocument doc = Read(
       kLotBlock + Model("insert\t30\t0\tL\t0\tLOT\t0\t0\t1\t1\t0\t1\t1\t0\t0\n"
                         "insert\t31\t0\tL\t0\tLOT\t100\t0\t1\t1\t0\t1\t1\t0\t0\n"));
-  auto drawing = std::make_shared<IndexedDrawing>();
-  drawing->document = doc;
-  drawing->index.Build(drawing->document.entities, drawing->document.extent);
+  const auto drawing = IndexDrawing(doc);
   Viewer view;
   view.SetViewport(1000, 500);
   view.Show(drawing);
@@ -247,9 +245,7 @@ TEST(DwgRecords, HatchesAreAreasAndNeverLabels) {
   EXPECT_FALSE(pattern.flags & kFilled);
   EXPECT_NEAR(pattern.bounds.maxY, 5, 5e-3);  // drawn as points along the arc
 
-  auto drawing = std::make_shared<IndexedDrawing>();
-  drawing->document = doc;
-  drawing->index.Build(drawing->document.entities, drawing->document.extent);
+  const auto drawing = IndexDrawing(doc);
   Viewer view;
   view.SetViewport(800, 400);
   view.Show(drawing);
