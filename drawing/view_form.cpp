@@ -89,7 +89,8 @@ bool ViewForm::OpenDrawing() {
   std::shared_ptr<const IndexedDrawing> drawing = ReadIndexedDrawing(path, detail);
   if (!drawing) {
     // The path is not kept, so that the next refresh tries the file again.
-    Inform(prompter_, std::string(messages::OpenDrawingFileError) + "\n\n" + detail);
+    Inform(prompter_, detail.empty() ? std::string(messages::OpenDrawingFileError)
+                                     : std::string(messages::OpenDrawingFileError) + "\n\n" + detail);
     return false;
   }
   lastDrawing_ = path;

@@ -93,6 +93,7 @@ MainWindow::~MainWindow() {
   // when this window is no longer whole: no handler of it may run then.
   disconnect(area_, nullptr, this, nullptr);
   disconnect(qApp, nullptr, this, nullptr);
+  editor_->afterEvent = nullptr;
 }
 
 bool MainWindow::Start(const std::string& commandLine) {
