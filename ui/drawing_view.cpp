@@ -44,8 +44,8 @@ bool DrawingView::Showing() const {
 
 void DrawingView::Sync() {
   FollowCursor();
-  if (!framed_ || form_.Generation(view_) != frameGeneration_ ||
-      frame_.size() != size()) {
+  if (!framed_ || form_.Generation(view_) != frameGeneration_ || frame_.size() != size() ||
+      OverviewRect() != paintedInset_) {
     update();
   }
 }
@@ -109,6 +109,7 @@ void DrawingView::paintEvent(QPaintEvent*) {
   }
   painter.drawImage(0, 0, frame_);
   const QRect inset = OverviewRect();
+  paintedInset_ = inset;
   if (inset.isEmpty()) return;
   PaintOverview(inset);
   painter.drawImage(inset.topLeft(), overview_);

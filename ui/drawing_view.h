@@ -53,6 +53,7 @@ class DrawingView : public QWidget {
   unsigned overviewGeneration_ = 0;
   bool framed_ = false;
   bool overviewed_ = false;
+  QRect paintedInset_;  // where the last paint put the overview
   int framesPainted_ = 0;
   QRubberBand* band_ = nullptr;
   QPoint bandFrom_;

@@ -47,6 +47,17 @@ int InkedPixels(const QImage& image, const QRect& area) {
   return inked;
 }
 
+// Counts the paint events a widget receives.
+class PaintCounter : public QObject {
+ public:
+  explicit PaintCounter(QWidget* widget) { widget->installEventFilter(this); }
+  bool eventFilter(QObject*, QEvent* event) override {
+    count += event->type() == QEvent::Paint;
+    return false;
+  }
+  int count = 0;
+};
+
 class DrawingWindowTest : public ::testing::Test {
  protected:
   DrawingWindowTest() {
@@ -187,12 +198,28 @@ TEST_F(DrawingWindowTest, AClickOnTheOverviewMovesTheViewAndItsButtonHidesIt) {
   EXPECT_NEAR((moved.bly + moved.try_) / 2, target.y, 1e-6);
   EXPECT_NEAR(moved.zoomFactor, 4, 1e-9);
 
+  // The inset's frame, along its top edge, goes from the picture with it:
+  // the view is painted again at once.
+  PaintCounter paints(view());
+  const auto framed = [&] {
+    QApplication::processEvents();
+    const QImage shot = view()->grab().toImage();
+    const QColor edge = view()->palette().color(QPalette::Mid);
+    int n = 0;
+    for (int x = inset.left(); x < inset.right(); ++x) n += shot.pixelColor(x, inset.top()).rgb() == edge.rgb();
+    return n;
+  };
+  EXPECT_GT(framed(), inset.width() / 2);
   QToolButton* button = window.ButtonOf(form.cmdOverview);
   ASSERT_NE(button, nullptr);
   EXPECT_TRUE(button->isChecked());
+  paints.count = 0;
   QTest::mouseClick(button, Qt::LeftButton);
+  QApplication::processEvents();
+  EXPECT_GE(paints.count, 1);
   EXPECT_FALSE(button->isChecked());
   EXPECT_TRUE(view()->OverviewRect().isEmpty());
+  EXPECT_LT(framed(), inset.width() / 10);
   // What stood under the inset is the drawing's again: a press there pans.
   Mouse(QEvent::MouseButtonPress, inset.center(), Qt::RightButton, Qt::RightButton);
   Mouse(QEvent::MouseMove, inset.center() - QPoint(40, 0), Qt::NoButton, Qt::RightButton);
