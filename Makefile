@@ -19,8 +19,13 @@ SUDO := $(shell [ "$$(id -u)" -eq 0 ] || echo sudo)
 
 .PHONY: deps fuzz-deps configure build run sample test sanitize fuzz bench clean
 
+# DWG drawings are read by LibreDWG on Node.js: Debian's nodejs and npm unless
+# a node and an npm are there already; the build installs the pinned package
+# with npm ci.
 deps:
 	@missing=$$(for p in $(PACKAGES); do dpkg -s $$p >/dev/null 2>&1 || echo $$p; done); \
+	command -v node >/dev/null 2>&1 || missing="$$missing nodejs"; \
+	command -v npm >/dev/null 2>&1 || missing="$$missing npm"; \
 	if [ -n "$$missing" ]; then \
 	  echo "Installing Debian packages:" $$missing; \
 	  $(SUDO) apt-get update -q && \

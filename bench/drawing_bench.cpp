@@ -13,6 +13,7 @@
 #include <fstream>
 #include <string>
 
+#include "drawing/gdal_reader.h"
 #include "drawing/viewer.h"
 #include "tests/drawing/dxf_writer.h"
 

@@ -75,97 +75,120 @@ std::string EnsureUtf8(std::string_view text) {
   return out;
 }
 
-std::string ShownTextOf(std::string_view raw) {
+namespace {
+
+// Appends the character of a percent code at raw[i] ("%%d" and the like) and
+// moves i past it; false when raw[i] starts none.
+bool PercentCode(std::string_view raw, std::size_t& i, std::string& out) {
+  const std::size_t n = raw.size();
+  if (raw[i] != '%' || i + 2 >= n || raw[i + 1] != '%') return false;
+  const char code = Lower(raw[i + 2]);
+  if (code == 'd') out += "\u00B0";
+  else if (code == 'p') out += "\u00B1";
+  else if (code == 'c') out += "\u2205";
+  else if (code == '%') out += '%';
+  else if (code == 'u' || code == 'o' || code == 'k') {}
+  else if (std::isdigit(static_cast<unsigned char>(code))) {
+    std::size_t j = i + 2;
+    unsigned long value = 0;
+    while (j < n && j < i + 5 && std::isdigit(static_cast<unsigned char>(raw[j]))) {
+      value = value * 10 + static_cast<unsigned long>(raw[j] - '0');
+      ++j;
+    }
+    AppendUtf8(out, value);
+    i = j;
+    return true;
+  } else {
+    return false;
+  }
+  i += 3;
+  return true;
+}
+
+// \U+XXXX at raw[i]: the character; false when it is no such code.
+bool UnicodeCode(std::string_view raw, std::size_t& i, std::string& out) {
+  const std::size_t n = raw.size();
+  if (raw[i] != '\\' || i + 6 >= n || raw[i + 1] != 'U' || raw[i + 2] != '+') return false;
+  unsigned long value = 0;
+  for (std::size_t j = i + 3; j < i + 7; ++j) {
+    if (!IsHex(raw[j])) return false;
+    value = value * 16 + HexValue(raw[j]);
+  }
+  AppendUtf8(out, value);
+  i += 7;
+  return true;
+}
+
+// The MTEXT code at raw[i], a backslash, brace or caret; false when raw[i]
+// starts none, and the character then stands for itself.
+bool MTextCode(std::string_view raw, std::size_t& i, std::string& out) {
+  const std::size_t n = raw.size();
+  const char c = raw[i];
+  if (c == '^' && i + 1 < n && (raw[i + 1] == 'I' || raw[i + 1] == 'J')) {
+    out += raw[i + 1] == 'J' ? '\n' : ' ';
+    i += 2;
+    return true;
+  }
+  if (c == '{' || c == '}') {
+    ++i;
+    return true;
+  }
+  if (c != '\\' || i + 1 >= n) return false;
+  const char code = raw[i + 1];
+  switch (code) {
+    case 'P': case 'X': out += '\n'; i += 2; return true;
+    case '~': out += ' '; i += 2; return true;
+    case '\\': case '{': case '}': out += code; i += 2; return true;
+    case 'L': case 'l': case 'O': case 'o': case 'K': case 'k': case 'N': i += 2; return true;
+    case 'M':
+      // \M+nXXXX: a character of a multibyte code page; shown as a placeholder.
+      if (i + 7 < n && raw[i + 2] == '+') {
+        out += '?';
+        i += 8;
+        return true;
+      }
+      return false;
+    case 'S': {
+      // \Snum^den; or \Snum/den; or \Snum#den; stacks read as num/den.
+      const auto end = raw.find(';', i + 2);
+      if (end == std::string_view::npos) return false;
+      for (std::size_t j = i + 2; j < end; ++j) {
+        const char s = raw[j];
+        out += (s == '^' || s == '#') ? '/' : s;
+      }
+      i = end + 1;
+      return true;
+    }
+    case 'A': case 'C': case 'c': case 'F': case 'f': case 'H': case 'h': case 'Q': case 'q':
+    case 'T': case 't': case 'W': case 'w': case 'p': {
+      const auto end = raw.find(';', i + 2);
+      if (end == std::string_view::npos) return false;
+      i = end + 1;
+      return true;
+    }
+    default:
+      return false;
+  }
+}
+
+std::string Decode(std::string_view raw, TextCodes codes, bool percent) {
+  if (codes == TextCodes::Literal) return std::string(raw);
   std::string out;
   out.reserve(raw.size());
-  const std::size_t n = raw.size();
-  for (std::size_t i = 0; i < n;) {
-    const char c = raw[i];
-    if (c == '%' && i + 2 < n && raw[i + 1] == '%') {
-      const char code = Lower(raw[i + 2]);
-      if (code == 'd') { out += "\u00B0"; i += 3; continue; }
-      if (code == 'p') { out += "\u00B1"; i += 3; continue; }
-      if (code == 'c') { out += "\u2205"; i += 3; continue; }
-      if (code == '%') { out += '%'; i += 3; continue; }
-      if (code == 'u' || code == 'o' || code == 'k') { i += 3; continue; }
-      if (std::isdigit(static_cast<unsigned char>(code))) {
-        std::size_t j = i + 2;
-        unsigned long value = 0;
-        while (j < n && j < i + 5 && std::isdigit(static_cast<unsigned char>(raw[j]))) {
-          value = value * 10 + static_cast<unsigned long>(raw[j] - '0');
-          ++j;
-        }
-        AppendUtf8(out, value);
-        i = j;
-        continue;
-      }
-    }
-    if (c == '^' && i + 1 < n && (raw[i + 1] == 'I' || raw[i + 1] == 'J')) {
-      out += raw[i + 1] == 'J' ? '\n' : ' ';
-      i += 2;
-      continue;
-    }
-    if (c == '{' || c == '}') { ++i; continue; }
-    if (c != '\\' || i + 1 >= n) {
-      out += c;
-      ++i;
-      continue;
-    }
-    const char code = raw[i + 1];
-    switch (code) {
-      case 'P': case 'X': out += '\n'; i += 2; continue;
-      case '~': out += ' '; i += 2; continue;
-      case '\\': case '{': case '}': out += code; i += 2; continue;
-      case 'L': case 'l': case 'O': case 'o': case 'K': case 'k': case 'N': i += 2; continue;
-      case 'U':
-        if (i + 6 < n && raw[i + 2] == '+') {
-          std::size_t j = i + 3;
-          unsigned long value = 0;
-          while (j < n && j < i + 7 && IsHex(raw[j])) {
-            value = value * 16 + HexValue(raw[j]);
-            ++j;
-          }
-          if (j == i + 7) {
-            AppendUtf8(out, value);
-            i = j;
-            continue;
-          }
-        }
-        break;
-      case 'M':
-        // \M+nXXXX: a character of a multibyte code page; shown as a placeholder.
-        if (i + 7 < n && raw[i + 2] == '+') {
-          out += '?';
-          i += 8;
-          continue;
-        }
-        break;
-      case 'S': {
-        // \Snum^den; or \Snum/den; or \Snum#den; stacks read as num/den.
-        const auto end = raw.find(';', i + 2);
-        if (end == std::string_view::npos) break;
-        for (std::size_t j = i + 2; j < end; ++j) {
-          const char s = raw[j];
-          out += (s == '^' || s == '#') ? '/' : s;
-        }
-        i = end + 1;
-        continue;
-      }
-      case 'A': case 'C': case 'c': case 'F': case 'f': case 'H': case 'h': case 'Q': case 'q':
-      case 'T': case 't': case 'W': case 'w': case 'p': {
-        const auto end = raw.find(';', i + 2);
-        if (end == std::string_view::npos) break;
-        i = end + 1;
-        continue;
-      }
-      default:
-        break;
-    }
-    out += c;
-    ++i;
+  for (std::size_t i = 0; i < raw.size();) {
+    if (percent && PercentCode(raw, i, out)) continue;
+    if (UnicodeCode(raw, i, out)) continue;
+    if (codes == TextCodes::MText && MTextCode(raw, i, out)) continue;
+    out += raw[i++];
   }
   return out;
 }
+
+}  // namespace
+
+std::string ShownTextOf(std::string_view raw, TextCodes codes) { return Decode(raw, codes, true); }
+
+std::string PickTextOf(std::string_view raw, TextCodes codes) { return Decode(raw, codes, false); }
 
 TextMeasure MeasureText(std::string_view shown) {
   TextMeasure m;

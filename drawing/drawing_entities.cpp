@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <numeric>
 
+#include "drawing/cad_text.h"
 #include "drawing/drawing_document.h"
 
 namespace parvenna::drawing {
@@ -16,6 +17,7 @@ std::string_view KindName(EntityKind kind) {
     case EntityKind::Arc: return "ARC";
     case EntityKind::Circle: return "CIRCLE";
     case EntityKind::Text: return "TEXT";
+    case EntityKind::Hatch: return "HATCH";
   }
   return "";
 }
@@ -26,18 +28,44 @@ std::string DrawingDocument::HandleText(const Entity& entity) const {
   return buffer;
 }
 
+std::uint64_t ParseHandle(std::string_view text) {
+  if (text.empty() || text.size() > 16) return 0;
+  std::uint64_t v = 0;
+  for (char ch : text) {
+    int d = -1;
+    if (ch >= '0' && ch <= '9') d = ch - '0';
+    else if (ch >= 'a' && ch <= 'f') d = ch - 'a' + 10;
+    else if (ch >= 'A' && ch <= 'F') d = ch - 'A' + 10;
+    if (d < 0) return 0;
+    v = v * 16 + static_cast<std::uint64_t>(d);
+  }
+  return v;
+}
+
+std::string DrawingDocument::PickText(const TextData& text) const {
+  return PickTextOf(RawText(text), text.codes);
+}
+
+std::uint32_t DrawingDocument::FileCountOf(std::string_view type) const {
+  for (const FileCount& c : fileCounts) {
+    if (c.type == type) return c.count;
+  }
+  return 0;
+}
+
 std::size_t DrawingDocument::MemoryBytes() const {
   std::size_t bytes = sizeof(*this) + entities.capacity() * sizeof(Entity) +
                       vertices.capacity() * sizeof(Point) + arcs.capacity() * sizeof(ArcData) +
                       texts.capacity() * sizeof(TextData) + pool.capacity();
   for (const Layer& layer : layers) bytes += sizeof(Layer) + layer.name.capacity();
+  for (const FileCount& c : fileCounts) bytes += sizeof(FileCount) + c.type.capacity();
   return bytes;
 }
 
 std::array<Point, 4> TextCorners(const TextData& text) {
   const double h = text.height;
   const double w = text.width;
-  const double below = (text.lines - 1) * kLineSpacing * h;  // under the first baseline
+  const double below = (text.lines - 1) * kLineSpacing * text.spacing * h;  // under the first baseline
   double x0 = 0;
   if (text.halign == HAlign::Centre) x0 = -w / 2;
   if (text.halign == HAlign::Right) x0 = -w;

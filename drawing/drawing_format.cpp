@@ -2,6 +2,10 @@
 
 #include <algorithm>
 #include <cctype>
+#include <filesystem>
+#include <fstream>
+
+#include "drawing/messages.h"
 
 namespace parvenna::drawing {
 namespace {
@@ -19,11 +23,12 @@ bool StartsWith(std::string_view text, std::string_view prefix) {
   return text.substr(0, prefix.size()) == prefix;
 }
 
-// A DWG file starts with its version: "AC" and four digits.
+// A DWG file starts with its version: "AC" and four digits (the oldest
+// versions have a point among them, "AC1.50").
 bool IsDwgVersion(std::string_view head) {
   if (head.size() < 6 || !StartsWith(head, "AC")) return false;
   return std::all_of(head.begin() + 2, head.begin() + 6,
-                     [](char c) { return c >= '0' && c <= '9'; });
+                     [](char c) { return (c >= '0' && c <= '9') || c == '.'; });
 }
 
 // The first element of a DGN v7 file is a type 9 header: bytes 08 09 FE 02
@@ -58,7 +63,30 @@ std::string DxfVersion(std::string_view head) {
   return std::string(head.substr(ac, 6));
 }
 
+struct DwgVersion {
+  const char* code;
+  const char* name;
+};
+
+// The versions of DWG by the first six bytes of the file, oldest first.
+constexpr DwgVersion kDwgVersions[] = {
+    {"AC1.40", "R1.4"},   {"AC1.50", "R2.0"},  {"AC2.10", "R2.10"}, {"AC1001", "R2.2"},
+    {"AC1002", "R2.5"},   {"AC1003", "R2.6"},  {"AC1004", "R9"},    {"AC1006", "R10"},
+    {"AC1009", "R11/R12"}, {"AC1012", "R13"},  {"AC1014", "R14"},   {"AC1015", "2000"},
+    {"AC1018", "2004"},   {"AC1021", "2007"},  {"AC1024", "2010"},  {"AC1027", "2013"},
+    {"AC1032", "2018"}};
+
+constexpr std::string_view kOldestReadable = "AC1012";
+constexpr std::string_view kNewestReadable = "AC1032";
+
 }  // namespace
+
+std::string DwgVersionName(std::string_view code) {
+  for (const DwgVersion& v : kDwgVersions) {
+    if (code == v.code) return std::string(v.name) + " (" + v.code + ")";
+  }
+  return std::string(code);
+}
 
 std::string_view FormatName(DrawingFormat format) {
   switch (format) {
@@ -68,6 +96,18 @@ std::string_view FormatName(DrawingFormat format) {
     case DrawingFormat::Unknown: break;
   }
   return "unknown";
+}
+
+std::string ReadHead(const std::string& path, bool& opened) {
+  std::error_code ec;
+  std::ifstream in;
+  if (!std::filesystem::is_directory(path, ec)) in.open(path, std::ios::binary);
+  opened = in.is_open();
+  std::string head(16384, '\0');
+  if (!opened) return {};
+  in.read(head.data(), static_cast<std::streamsize>(head.size()));
+  head.resize(static_cast<std::size_t>(in.gcount()));
+  return head;
 }
 
 bool DxfTextIsUtf8(std::string_view version) {
@@ -80,9 +120,13 @@ FormatGuess GuessFormat(std::string_view path, std::string_view head) {
   if (IsDwgVersion(head)) {
     guess.format = DrawingFormat::Dwg;
     guess.version = std::string(head.substr(0, 6));
-    guess.readable = guess.version == "AC1015";
+    const bool old = guess.version.find('.') != std::string::npos || guess.version < kOldestReadable;
+    const bool recent = !old && guess.version > kNewestReadable;
+    guess.readable = !old && !recent;
     if (!guess.readable) {
-      guess.detail = "DWG version " + guess.version + " cannot be read; only R2000 (AC1015) can";
+      guess.detail = messages::ReasonDwgVersion + DwgVersionName(guess.version) +
+                     (old ? messages::ReasonDwgTooOld : messages::ReasonDwgTooNew) +
+                     messages::SaveAsAdvice;
     }
   } else if (IsDgnV7(head)) {
     guess.format = DrawingFormat::Dgn;
@@ -90,10 +134,10 @@ FormatGuess GuessFormat(std::string_view path, std::string_view head) {
     guess.readable = true;
   } else if (IsCompoundFile(head)) {
     guess.format = ext == "dwg" ? DrawingFormat::Dwg : DrawingFormat::Dgn;
-    guess.detail = "a DGN v8 (compound) file cannot be read; only DGN v7 can";
+    guess.detail = messages::ReasonDgnV8;
   } else if (StartsWith(head, "AutoCAD Binary DXF")) {
     guess.format = DrawingFormat::Dxf;
-    guess.detail = "binary DXF cannot be read";
+    guess.detail = messages::ReasonBinaryDxf;
   } else if (IsAsciiDxf(head)) {
     guess.format = DrawingFormat::Dxf;
     guess.version = DxfVersion(head);
@@ -102,7 +146,7 @@ FormatGuess GuessFormat(std::string_view path, std::string_view head) {
     if (ext == "dxf") guess.format = DrawingFormat::Dxf;
     else if (ext == "dwg") guess.format = DrawingFormat::Dwg;
     else guess.format = DrawingFormat::Dgn;
-    guess.detail = head.empty() ? "the file is empty" : "the file is no drawing of a known kind";
+    guess.detail = head.empty() ? messages::ReasonEmpty : messages::ReasonNotADrawing;
   }
   return guess;
 }

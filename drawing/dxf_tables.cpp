@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <istream>
+#include <map>
 
 #include "drawing/cad_text.h"
 
@@ -33,18 +34,43 @@ bool ReadPair(std::istream& in, Pair& pair) {
   return true;
 }
 
+// The entities up to the end of the section, counted by type unless they
+// stand in paper space (group 67 of 1).
+void CountEntities(std::istream& in, std::vector<std::pair<std::string, std::uint32_t>>& counts) {
+  std::map<std::string, std::uint32_t> byType;
+  std::string type;
+  bool paper = false;
+  const auto finish = [&] {
+    if (!type.empty() && !paper) ++byType[type];
+    type.clear();
+    paper = false;
+  };
+  Pair pair;
+  while (ReadPair(in, pair)) {
+    if (pair.code == 0) {
+      finish();
+      if (pair.value == "ENDSEC") break;
+      type = pair.value;
+    } else if (pair.code == 67) {
+      paper = std::atoi(pair.value.c_str()) == 1;
+    }
+  }
+  finish();
+  counts.assign(byType.begin(), byType.end());
+}
+
 }  // namespace
 
-std::vector<DxfLayerEntry> ReadDxfLayerTable(std::istream& in) {
-  std::vector<DxfLayerEntry> layers;
+DxfTables ReadDxfTables(std::istream& in) {
+  DxfTables tables;
+  std::vector<DxfLayerEntry>& layers = tables.layers;
   Pair pair;
-  bool inTables = false, inLayerTable = false, inRecord = false;
+  bool inLayerTable = false, inRecord = false;
   std::string lastZero;
   while (ReadPair(in, pair)) {
     if (pair.code == 0) {
       lastZero = pair.value;
       inRecord = false;
-      if (pair.value == "ENDSEC" && inTables) break;
       if (pair.value == "ENDTAB") inLayerTable = false;
       if (pair.value == "LAYER" && inLayerTable) {
         layers.emplace_back();
@@ -54,8 +80,10 @@ std::vector<DxfLayerEntry> ReadDxfLayerTable(std::istream& in) {
     }
     if (pair.code == 2 && lastZero == "SECTION") {
       const std::string name = Trimmed(pair.value);
-      if (name == "TABLES") inTables = true;
-      else if (inTables || name == "BLOCKS" || name == "ENTITIES") break;
+      if (name == "ENTITIES") {
+        CountEntities(in, tables.entityCounts);
+        break;
+      }
       continue;
     }
     if (pair.code == 2 && lastZero == "TABLE") {
@@ -84,7 +112,7 @@ std::vector<DxfLayerEntry> ReadDxfLayerTable(std::istream& in) {
     }
   }
   std::erase_if(layers, [](const DxfLayerEntry& l) { return l.name.empty(); });
-  return layers;
+  return tables;
 }
 
 Rgb AciColour(int number) {

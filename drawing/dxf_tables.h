@@ -2,14 +2,16 @@
 
 #include <iosfwd>
 #include <optional>
+#include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/colour.h"
 
-// The layer table of an ASCII DXF, read from the file's TABLES section. The
-// entity reader gives only the layers that hold entities, and not whether
-// they are off or frozen.
+// What GDAL's reader of an ASCII DXF does not tell: the layer table (it
+// gives only the layers that hold entities, and not whether they are off or
+// frozen) and the entities of the file by type.
 namespace parvenna::drawing {
 
 struct DxfLayerEntry {
@@ -20,8 +22,14 @@ struct DxfLayerEntry {
   std::optional<Rgb> trueColour;
 };
 
-// Reads until the end of the TABLES section; an empty list when there is none.
-std::vector<DxfLayerEntry> ReadDxfLayerTable(std::istream& in);
+// The layer table, and the entities of the model space by type as the file
+// names them ("TEXT", "INSERT", ...), sorted by type. Reads to the end of the
+// ENTITIES section.
+struct DxfTables {
+  std::vector<DxfLayerEntry> layers;
+  std::vector<std::pair<std::string, std::uint32_t>> entityCounts;
+};
+DxfTables ReadDxfTables(std::istream& in);
 
 // RGB of a colour number of the CAD palette (1 to 255); 7, black or white
 // by background, is given as white.

@@ -108,6 +108,28 @@ void EntityPainter::Paint(const Entity& e, bool marked) {
     case EntityKind::Text:
       PaintText(e, colour);
       return;
+    case EntityKind::Hatch:
+      PaintHatch(e, colour);
+      return;
+  }
+}
+
+void EntityPainter::PaintHatch(const Entity& e, Rgb colour) {
+  auto& pts = scratch_.points;
+  pts.clear();
+  scratch_.ringEnds.clear();
+  ForEachRing(doc_.VerticesOf(e), [&](std::span<const Point> ring) {
+    for (const Point& p : ring) pts.push_back(t_.To(p));
+    scratch_.ringEnds.push_back(pts.size());
+  });
+  if (e.flags & kFilled) {
+    canvas_.Fill(pts, scratch_.ringEnds, colour);
+    return;
+  }
+  std::size_t start = 0;
+  for (const std::size_t end : scratch_.ringEnds) {
+    canvas_.Polyline(std::span<const CanvasPoint>(pts).subspan(start, end - start), colour);
+    start = end;
   }
 }
 
@@ -121,7 +143,7 @@ void EntityPainter::PaintText(const Entity& e, Rgb colour) {
     return;
   }
   const std::string_view shown = doc_.ShownText(text);
-  const double spacing = kLineSpacing * h;
+  const double spacing = kLineSpacing * text.spacing * h;
   const double total = h + (text.lines - 1) * spacing;
   double firstBaseline = 0;
   switch (text.valign) {
@@ -137,12 +159,12 @@ void EntityPainter::PaintText(const Entity& e, Rgb colour) {
     if (end == std::string_view::npos) end = shown.size();
     const std::string_view part = shown.substr(start, end - start);
     if (!part.empty()) {
-      const double w = kCharacterWidth * h * static_cast<double>(Characters(part));
+      const double w = kCharacterWidth * h * text.widthFactor * static_cast<double>(Characters(part));
       const double x = text.halign == HAlign::Left ? 0 : text.halign == HAlign::Centre ? -w / 2 : -w;
       const double y = firstBaseline - line * spacing;
       const Point at{text.insertion.x + x * c - y * s, text.insertion.y + x * s + y * c};
       const CanvasPoint p = t_.To(at);
-      canvas_.Text(p.x, p.y, part, h * t_.scale, text.rotation, colour);
+      canvas_.StretchedText(p.x, p.y, part, h * t_.scale, w * t_.scale, text.rotation, colour);
     }
     start = end + 1;
   }

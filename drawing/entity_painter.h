@@ -21,6 +21,7 @@ struct PaintTransform {
 // Reused from frame to frame so that painting allocates nothing.
 struct PaintScratch {
   std::vector<CanvasPoint> points;
+  std::vector<std::size_t> ringEnds;
   std::vector<std::uint64_t> dots;  // one bit per pixel of the picture
 };
 
@@ -36,6 +37,7 @@ class EntityPainter {
  private:
   void Dot(CanvasPoint p, Rgb colour);
   void PaintText(const Entity& entity, Rgb colour);
+  void PaintHatch(const Entity& entity, Rgb colour);
 
   const DrawingDocument& doc_;
   Canvas& canvas_;

@@ -198,27 +198,14 @@ std::deque<std::string> CleanDrawingText(const Notation& notation, std::string_v
   return values;
 }
 
-std::string BlankTextBreaks(std::string_view raw) {
-  std::string out;
-  out.reserve(raw.size());
-  for (std::size_t i = 0; i < raw.size(); ++i) {
-    if (raw[i] == '\\' && i + 1 < raw.size() && (raw[i + 1] == '~' || raw[i + 1] == 'P')) {
-      out += ' ';
-      ++i;
-    } else if (raw[i] == '^' && i + 1 < raw.size() && raw[i + 1] == 'J') {
-      out += ' ';
-      ++i;
-    } else if (raw[i] == '\n' || raw[i] == '\r' || raw[i] == '\t') {
-      out += ' ';
-    } else {
-      out += raw[i];
-    }
-  }
+std::string BlankTextBreaks(std::string_view text) {
+  std::string out(text);
+  std::replace_if(out.begin(), out.end(), [](char c) { return c == '\n' || c == '\r' || c == '\t'; }, ' ');
   return out;
 }
 
-std::deque<std::string> GrabbedValues(const Notation& notation, std::string_view raw, int grabMode) {
-  return CleanDrawingText(notation, BlankTextBreaks(raw), grabMode);
+std::deque<std::string> GrabbedValues(const Notation& notation, std::string_view picked, int grabMode) {
+  return CleanDrawingText(notation, BlankTextBreaks(picked), grabMode);
 }
 
 }  // namespace parvenna::drawing

@@ -26,12 +26,13 @@ bool FindBearingInText(const Notation& notation, int& start, int& end, std::stri
 std::deque<std::string> CleanDrawingText(const Notation& notation, std::string_view text,
                                          int grabMode);
 
-// MTEXT's hard spaces (\~) and paragraph breaks (\P, ^J) read as blanks, so
-// that a label kept raw splits where it shows a gap; the other codes stay.
-std::string BlankTextBreaks(std::string_view raw);
+// The line breaks and tabs of a label read as blanks, so that a label of
+// several lines splits where it shows a gap.
+std::string BlankTextBreaks(std::string_view text);
 
-// The values a click on a label yields: its raw text with the breaks made
-// blanks, cleaned.
-std::deque<std::string> GrabbedValues(const Notation& notation, std::string_view raw, int grabMode);
+// The values a click on a label yields: the text the pick hands on (as the
+// label shows it, percent codes as written; Viewer::FoundText) with its
+// breaks made blanks, cleaned.
+std::deque<std::string> GrabbedValues(const Notation& notation, std::string_view picked, int grabMode);
 
 }  // namespace parvenna::drawing

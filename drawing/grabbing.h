@@ -20,7 +20,7 @@ using editor::GrabState;
 struct PickedText {
   bool found = false;
   std::string handle;
-  std::string text;  // raw, as stored in the file
+  std::string text;  // as the label shows it, percent codes as written
   std::deque<std::string> values;
 };
 

@@ -39,24 +39,24 @@ ViewForm::ViewForm(store::ProjectState& state, Prompter& prompter, editor::Edito
   cmdZoomOut = Button("Out", "Zoom out");
   cmdZoomIn = Button("In", "Zoom in");
   cmdDone = Button("Done", "Put the picked values into the courses");
+  cmdOverview = Button("Overview", "Show or hide the overview of the whole drawing");
   SSTab1.TabCaption = {messages::FirstView, messages::SecondView};
   SetDrawingButtons(false);
 }
 
 ViewForm::~ViewForm() = default;
 
+std::array<CommandButton*, 10> ViewForm::Buttons() {
+  return {&cmdLayer1, &cmdLayer2, &cmdZoomIn, &cmdZoomOut, &cmdPartLarge, &cmdUndo,
+          &cmd100,    &cmdRedraw, &cmdDone,   &cmdOverview};
+}
+
 void ViewForm::ClearToolTips() {
-  for (CommandButton* b : {&cmdLayer1, &cmdLayer2, &cmdRedraw, &cmd100, &cmdUndo, &cmdPartLarge,
-                           &cmdZoomOut, &cmdZoomIn, &cmdDone}) {
-    b->ToolTipText.clear();
-  }
+  for (CommandButton* b : Buttons()) b->ToolTipText.clear();
 }
 
 void ViewForm::SetDrawingButtons(bool enabled) {
-  for (CommandButton* b : {&cmdLayer1, &cmdLayer2, &cmdZoomIn, &cmdZoomOut, &cmdPartLarge, &cmdUndo,
-                           &cmd100, &cmdRedraw, &cmdDone}) {
-    b->Enabled = enabled;
-  }
+  for (CommandButton* b : Buttons()) b->Enabled = enabled;
 }
 
 void ViewForm::CloseViews() {
@@ -70,6 +70,7 @@ void ViewForm::CloseViews() {
   }
   mnuLayer1.clear();
   mnuLayer2.clear();
+  marked_.clear();
   SetDrawingButtons(false);
 }
 
@@ -94,7 +95,8 @@ bool ViewForm::OpenDrawing() {
   std::shared_ptr<const IndexedDrawing> drawing = ReadIndexedDrawing(path, detail);
   if (!drawing) {
     // The path is not kept, so that the next refresh tries the file again.
-    Inform(prompter_, messages::OpenDrawingFileError);
+    Inform(prompter_, detail.empty() ? std::string(messages::OpenDrawingFileError)
+                                     : std::string(messages::OpenDrawingFileError) + "\n\n" + detail);
     return false;
   }
   lastDrawing_ = path;
@@ -113,10 +115,49 @@ bool ViewForm::OpenDrawing() {
         state_.ViewBLX[i] != 0 || state_.ViewBLY[i] != 0) {
       ApplySavedWindow(v);
     }
-    OverviewVisible[static_cast<std::size_t>(v)] = v == Current();
     Changed(v);
   }
+  ShowOverviews();
+  marked_.clear();
+  FollowUsedList();
   return true;
+}
+
+void ViewForm::ShowOverviews() {
+  for (int v = 0; v < kViewCount; ++v) {
+    OverviewVisible[static_cast<std::size_t>(v)] = overviewWanted_ && v == Current() && View(v).IsLoaded();
+  }
+}
+
+void ViewForm::cmdOverview_Click() {
+  overviewWanted_ = !overviewWanted_;
+  ShowOverviews();
+}
+
+void ViewForm::Overview_Click(int view, double x, double y, double width, double height) {
+  Viewer& viewer = View(view);
+  Point at;
+  if (!OverviewVisible[static_cast<std::size_t>(view)] ||
+      !viewer.OverviewToDrawing(x, y, width, height, at)) {
+    return;
+  }
+  viewer.CentreOn(at);
+  WindowChanged(view);
+}
+
+void ViewForm::FollowUsedList() {
+  const std::vector<std::string>& used = editor_.grab.usedEntities;
+  if (used == marked_) return;
+  const bool grown = used.size() > marked_.size() && std::equal(marked_.begin(), marked_.end(), used.begin());
+  if (!grown) {
+    for (int v = 0; v < kViewCount; ++v) View(v).ClearMarks();
+    marked_.clear();
+  }
+  for (std::size_t i = marked_.size(); i < used.size(); ++i) {
+    for (int v = 0; v < kViewCount; ++v) View(v).MarkUsed(used[i]);
+  }
+  marked_ = used;
+  for (int v = 0; v < kViewCount; ++v) Changed(v);
 }
 
 void ViewForm::BuildLayerMenus() {
@@ -220,9 +261,7 @@ void ViewForm::PlaceWaitingValues() {
 void ViewForm::SSTab1_Click(int tab) {
   if (tab < 0 || tab >= kViewCount) return;
   SSTab1.Tab = tab;
-  for (int v = 0; v < kViewCount; ++v) {
-    OverviewVisible[static_cast<std::size_t>(v)] = v == tab && View(v).IsLoaded();
-  }
+  ShowOverviews();
   if (View(tab).IsLoaded()) ApplySavedWindow(tab);
 }
 
@@ -245,16 +284,9 @@ void ViewForm::View_MouseDown(int view, MouseButton button, double x, double y) 
   p.lastY = y;
   if (button != MouseButton::Left || state_.DrawingFile.empty()) return;
 
-  const std::size_t before = editor_.grab.usedEntities.size();
   PickInView(viewer, at, grab_, editor_.grab, state_.notation(), grabMode);
   // A grabbed label shows as used in both views.
-  const std::vector<std::string>& used = editor_.grab.usedEntities;
-  for (std::size_t i = before; i < used.size(); ++i) {
-    for (int v = 0; v < kViewCount; ++v) View(v).MarkUsed(used[i]);
-  }
-  if (used.size() != before) {
-    for (int v = 0; v < kViewCount; ++v) Changed(v);
-  }
+  FollowUsedList();
   if (grab_.Editing() && host_) host_->EditorChanged();
 }
 

@@ -71,6 +71,9 @@ class ViewForm {
   // ---- Controls -------------------------------------------------------------
   CommandButton cmdLayer1, cmdLayer2, cmdRedraw, cmd100, cmdUndo, cmdPartLarge, cmdZoomOut,
       cmdZoomIn, cmdDone;
+  // Shows or hides the overview in the corner of the view, which may cover
+  // a label the user wants.
+  CommandButton cmdOverview;
   TabControl SSTab1;
   // Entry i of a view's layer menu: "Layer1 " or "Layer2 " and the layer's
   // name; Checked while the layer shows in that view.
@@ -78,6 +81,8 @@ class ViewForm {
   // The view of each page, and whether it and its overview show.
   std::array<bool, kViewCount> ViewerVisible{};
   std::array<bool, kViewCount> OverviewVisible{};
+  // Whether the user wants the overview of the page on show.
+  bool OverviewWanted() const { return overviewWanted_; }
   // 99 while a button is held in a view (the hand), otherwise 0.
   int MousePointer = 0;
   // The grab mode of the labels (2 reverses bearings as they come in).
@@ -93,7 +98,8 @@ class ViewForm {
   // ---- The drawing ------------------------------------------------------------
   // Shows DrawingFile in both views. A path shown already is not read again:
   // its views only take the saved windows and the colours of the project.
-  // False when the file could not be read (the box was shown).
+  // False when the file could not be read: the box says "Open drawing file
+  // error!", and under it why and what to do.
   bool OpenDrawing();
   const std::string& LastDrawing() const { return lastDrawing_; }
 
@@ -120,6 +126,15 @@ class ViewForm {
   // placed, without the automatic inversion of Done.
   void PlaceWaitingValues();
   void SSTab1_Click(int tab);
+  void cmdOverview_Click();
+  // A click at (x, y) of the overview, of this size in picture units: the
+  // view moves to have that point of the drawing in its middle.
+  void Overview_Click(int view, double x, double y, double width, double height);
+
+  // The marks of the views follow the editor's list of used labels: a label
+  // grabbed is marked in both views, and the marks go when the list is
+  // cleared (a new parcel, Cancel). The window calls this after every event.
+  void FollowUsedList();
 
   // ---- Mouse, in the picture units of a view ---------------------------------------
   // A press picks the label under it (while a parcel is edited) and starts a
@@ -164,6 +179,8 @@ class ViewForm {
 
   Pane& pane(int view) { return views_.at(static_cast<std::size_t>(view)); }
   int Current() const { return SSTab1.Tab == 1 ? 1 : 0; }
+  // Every button of the bar, for what is done to all of them alike.
+  std::array<CommandButton*, 10> Buttons();
   void SetDrawingButtons(bool enabled);
   void CloseViews();
   void BuildLayerMenus();
@@ -174,6 +191,7 @@ class ViewForm {
   void WindowChanged(int view);
   void RunCommand(ViewCommand command);
   void ToggleLayer(int view, std::vector<MenuItem>& menu, int index);
+  void ShowOverviews();
 
   store::ProjectState& state_;
   Prompter& prompter_;
@@ -183,6 +201,8 @@ class ViewForm {
   std::array<Pane, kViewCount> views_;
   std::string lastDrawing_;
   bool saveFailed_ = false;  // the box was shown once; the views are not saved again
+  bool overviewWanted_ = true;
+  std::vector<std::string> marked_;  // the used labels the views show marked
 };
 
 }  // namespace parvenna::drawing

@@ -34,19 +34,6 @@ double TextDistance(const TextData& text, Point p) {
   return std::hypot(ou, ov);
 }
 
-std::uint64_t ParseHandle(std::string_view text) {
-  if (text.empty() || text.size() > 16) return 0;
-  std::uint64_t v = 0;
-  for (char ch : text) {
-    int d = -1;
-    if (ch >= '0' && ch <= '9') d = ch - '0';
-    else if (ch >= 'a' && ch <= 'f') d = ch - 'a' + 10;
-    else if (ch >= 'A' && ch <= 'F') d = ch - 'A' + 10;
-    if (d < 0) return 0;
-    v = v * 16 + static_cast<std::uint64_t>(d);
-  }
-  return v;
-}
 
 }  // namespace
 
@@ -57,10 +44,14 @@ std::shared_ptr<const IndexedDrawing> ReadIndexedDrawing(const std::string& path
     detail = loaded.detail;
     return nullptr;
   }
-  auto drawing = std::make_shared<IndexedDrawing>();
-  drawing->document = std::move(*loaded.document);
-  drawing->index.Build(drawing->document.entities, drawing->document.extent);
   detail.clear();
+  return IndexDrawing(std::move(*loaded.document));
+}
+
+std::shared_ptr<const IndexedDrawing> IndexDrawing(DrawingDocument document) {
+  auto drawing = std::make_shared<IndexedDrawing>();
+  drawing->document = std::move(document);
+  drawing->index.Build(drawing->document.entities, drawing->document.extent);
   return drawing;
 }
 
@@ -322,18 +313,37 @@ void Viewer::Render(Canvas& canvas) {
   }
 }
 
-void Viewer::RenderOverview(Canvas& canvas) const {
-  canvas.Clear(back_);
-  if (!document_) return;
-  const DrawingDocument& doc = document_->document;
-  Box all = doc.extent;
-  if (all.Empty()) return;
+bool Viewer::OverviewTransform(double w, double h, PaintTransform& t) const {
+  if (!document_ || !(w > 0 && h > 0)) return false;
+  Box all = document_->document.extent;
+  if (all.Empty()) return false;
   all = all.Inflated(std::max(all.Width(), all.Height()) * 0.02 + 1e-9);
-  const double w = canvas.Width(), h = canvas.Height();
-  if (!(w > 0 && h > 0)) return;
   const double scale = std::min(w / all.Width(), h / all.Height());
   const Point c = all.Centre();
-  const PaintTransform t{c.x - w / scale / 2, c.y - h / scale / 2, scale, h};
+  t = {c.x - w / scale / 2, c.y - h / scale / 2, scale, h};
+  return true;
+}
+
+bool Viewer::OverviewToDrawing(double px, double py, double width, double height, Point& at) const {
+  PaintTransform t;
+  if (!OverviewTransform(width, height, t)) return false;
+  at = {t.ox + px / t.scale, t.oy + (t.height - py) / t.scale};
+  return true;
+}
+
+void Viewer::CentreOn(Point at) {
+  if (!document_ || !std::isfinite(at.x) || !std::isfinite(at.y)) return;
+  const Point c = VisibleWindow().Centre();
+  SetWindow({window_.minX + at.x - c.x, window_.minY + at.y - c.y, window_.maxX + at.x - c.x,
+             window_.maxY + at.y - c.y},
+            true);
+}
+
+void Viewer::RenderOverview(Canvas& canvas) const {
+  canvas.Clear(back_);
+  PaintTransform t;
+  if (!OverviewTransform(canvas.Width(), canvas.Height(), t)) return;
+  const DrawingDocument& doc = document_->document;
   PaintScratch scratch;
   EntityPainter painter(doc, canvas, t, back_, foreNumber_, scratch);
   for (std::size_t i = 0; i < doc.entities.size(); ++i) {
@@ -367,6 +377,15 @@ double Viewer::DistanceTo(std::uint32_t index, Point p) const {
       const Point z{a.centre.x + a.radius * std::cos(a.start + a.end),
                     a.centre.y + a.radius * std::sin(a.start + a.end)};
       return std::min(std::hypot(p.x - s.x, p.y - s.y), std::hypot(p.x - z.x, p.y - z.y));
+    }
+    case EntityKind::Hatch: {
+      double best = std::numeric_limits<double>::infinity();
+      ForEachRing(doc.VerticesOf(e), [&](std::span<const Point> ring) {
+        for (std::size_t k = 0; k < ring.size(); ++k) {
+          best = std::min(best, SegmentDistance(p, ring[k], ring[(k + 1) % ring.size()]));
+        }
+      });
+      return best;
     }
     default: {
       const auto points = doc.VerticesOf(e);
@@ -438,7 +457,7 @@ std::string Viewer::FoundText() const {
   const DrawingDocument& doc = document_->document;
   const Entity& e = doc.entities[found - 1];
   if (e.kind != EntityKind::Text) return {};
-  return std::string(doc.RawText(doc.TextOf(e)));
+  return doc.PickText(doc.TextOf(e));
 }
 
 bool Viewer::FindTextAt(Point at) {

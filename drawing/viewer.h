@@ -32,6 +32,8 @@ struct IndexedDrawing {
 // Null when the file cannot be read; detail then says why.
 std::shared_ptr<const IndexedDrawing> ReadIndexedDrawing(const std::string& path,
                                                          std::string& detail);
+// A document already read, with its index.
+std::shared_ptr<const IndexedDrawing> IndexDrawing(DrawingDocument document);
 
 // The commands of the zoom buttons.
 enum class ViewCommand { ZoomIn, ZoomOut, ZoomAll, UndoZoom, PartLarge };
@@ -128,6 +130,11 @@ class Viewer {
   void Render(Canvas& canvas);
   // The whole drawing with the shown window as a rectangle.
   void RenderOverview(Canvas& canvas) const;
+  // The drawing point under (px, py) of an overview of this size; false
+  // without a drawing.
+  bool OverviewToDrawing(double px, double py, double width, double height, Point& at) const;
+  // Moves the window, at its size, to have this point in its middle.
+  void CentreOn(Point at);
   // Entities visited by the last Render: what a frame cost.
   std::size_t LastFrameEntities() const { return lastFrameEntities_; }
 
@@ -142,9 +149,11 @@ class Viewer {
   // Moves to the next entity of the search; its handle, or "" at the end.
   std::string NextEntity();
   std::string FoundHandle() const;
-  // "TEXT", "LINE", "POLYLINE", "ARC", "CIRCLE" or "POINT"; "" when none.
+  // "TEXT", "LINE", "POLYLINE", "ARC", "CIRCLE", "POINT" or "HATCH"; "" when none.
   std::string FoundDescription() const;
-  // The text as stored in the file, when a text was found.
+  // The text of the entity found, as the drawing shows it but with its
+  // percent codes (%%d) as written: what a pick hands on. Empty for any
+  // other entity.
   std::string FoundText() const;
   // The first text entity at a point, or none: the search a click makes.
   bool FindTextAt(Point at);
@@ -164,6 +173,7 @@ class Viewer {
   Box AllWindow() const;
   double ZoomAllScale() const;
   double DistanceTo(std::uint32_t entity, Point at) const;
+  bool OverviewTransform(double width, double height, PaintTransform& t) const;
 
   std::shared_ptr<const IndexedDrawing> document_;
   std::string fileName_;

@@ -52,6 +52,28 @@ class Canvas {
                     Rgb colour) {
     (void)x, (void)y, (void)text, (void)height, (void)angle, (void)colour;
   }
+  // As Text, stretched or squeezed along its baseline to width; a picture
+  // that cannot stretch text draws it at its own width.
+  virtual void StretchedText(double x, double y, std::string_view text, double height, double width,
+                             double angle, Rgb colour) {
+    (void)width;
+    Text(x, y, text, height, angle, colour);
+  }
+  // An area: rings of points one after the other, ring k ending before
+  // ringEnds[k], filled by the even-odd rule so that a ring within another
+  // is a hole. A picture that cannot fill draws the rings.
+  virtual void Fill(std::span<const CanvasPoint> points, std::span<const std::size_t> ringEnds,
+                    Rgb colour) {
+    std::size_t start = 0;
+    for (const std::size_t end : ringEnds) {
+      if (end > points.size() || end <= start) break;
+      Polyline(points.subspan(start, end - start), colour);
+      if (end - start > 2) {
+        Line(points[end - 1].x, points[end - 1].y, points[start].x, points[start].y, colour);
+      }
+      start = end;
+    }
+  }
 };
 
 }  // namespace parvenna

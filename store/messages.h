@@ -52,7 +52,10 @@ inline constexpr const char* CreatedRecentFailed =
     "Project file failed to load.  Some changes may be lost.";
 inline constexpr const char* DeviceNotReadyTitle = "Device Not Ready";
 inline constexpr const char* DeviceNotReady = "Device Not Ready.  Please Insert Disc/CD and try again.";
+// The drawings that can be read come first, DXF among them; then the
+// dialog's own entries.
 inline constexpr const char* DrawingFilter =
+    "Drawings (*.dwg *.dxf *.dgn)|*.dwg;*.dxf;*.dgn|"
     "AutoCAD Files (*.dwg)|*.dwg|Micro Station Files (*.dgn)|*.dgn|All Files (*.*)|*.*";
 inline constexpr const char* ProjectFilter =
     "Parvenna Files (*.pvd)|*.pvd|MS Access Files (*.mdb)|*.mdb|All Files (*.*)|*.*";

@@ -163,17 +163,23 @@ void DrawingCanvas::Polyline(std::span<const CanvasPoint> points, Rgb colour) {
 
 void DrawingCanvas::Text(double x, double y, std::string_view text, double height, double angle,
                          Rgb colour) {
-  if (text.empty() || !std::isfinite(x) || !std::isfinite(y) || !std::isfinite(angle) ||
-      !(height >= 1) || height > kLargestText) {
-    return;
-  }
   const QString shown = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
   // The drawing's own measure of the text, by which clicks find it.
   const double width = drawing::kCharacterWidth * height * static_cast<double>(shown.toUcs4().size());
+  StretchedText(x, y, text, height, width, angle, colour);
+}
+
+void DrawingCanvas::StretchedText(double x, double y, std::string_view text, double height,
+                                  double width, double angle, Rgb colour) {
+  if (text.empty() || !std::isfinite(x) || !std::isfinite(y) || !std::isfinite(angle) ||
+      !std::isfinite(width) || !(height >= 1) || height > kLargestText) {
+    return;
+  }
   // Texts whose box cannot meet the picture are left out.
-  const double reach = width + height * 2;
+  const double reach = std::abs(width) + height * 2;
   if (x + reach < 0 || x - reach > width_ || y + reach < 0 || y - reach > height_) return;
 
+  const QString shown = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
   font_.setPixelSize(std::max(1, static_cast<int>(std::lround(height / capRatio_))));
   const double natural = QFontMetricsF(font_).horizontalAdvance(shown);
   painter_.save();
@@ -182,9 +188,32 @@ void DrawingCanvas::Text(double x, double y, std::string_view text, double heigh
   penSet_ = false;
   painter_.translate(x, y);
   painter_.rotate(-angle * 180 / std::numbers::pi);
-  if (natural > 0) painter_.scale(width / natural, 1);
+  if (natural > 0 && width > 0) painter_.scale(width / natural, 1);
   painter_.drawText(QPointF(0, 0), shown);
   painter_.restore();
+}
+
+void DrawingCanvas::Fill(std::span<const CanvasPoint> points, std::span<const std::size_t> ringEnds,
+                         Rgb colour) {
+  QPainterPath path;
+  path.setFillRule(Qt::OddEvenFill);
+  std::size_t start = 0;
+  for (const std::size_t end : ringEnds) {
+    if (end > points.size() || end <= start) break;
+    QPolygonF ring;
+    ring.reserve(static_cast<qsizetype>(end - start));
+    for (std::size_t i = start; i < end; ++i) {
+      const CanvasPoint& p = points[i];
+      if (!std::isfinite(p.x) || !std::isfinite(p.y)) return;
+      // Far outside the picture the painter loses precision; the ring is
+      // held to a wide margin around it, which keeps the shape inside.
+      ring.append(QPointF(std::clamp(p.x, -1e6, 1e6), std::clamp(p.y, -1e6, 1e6)));
+    }
+    path.addPolygon(ring);
+    path.closeSubpath();
+    start = end;
+  }
+  painter_.fillPath(path, ToQColor(colour));
 }
 
 }  // namespace parvenna::ui

@@ -11,8 +11,8 @@ namespace parvenna::ui {
 // A Canvas over a QPainter in pixels: what a drawing view paints its frame
 // on. One is made for each frame around the painter of the frame's image.
 // Texts are stretched to the width the drawing measures them with (three
-// quarters of their height a character), so that what shows matches what a
-// click finds. Coordinates far outside the picture are clipped here, since
+// quarters of their height a character, times their width factor), so that
+// what shows matches what a click finds. Coordinates far outside the picture are clipped here, since
 // a deep zoom puts the ends of long lines millions of pixels away.
 class DrawingCanvas : public Canvas {
  public:
@@ -29,6 +29,10 @@ class DrawingCanvas : public Canvas {
               double endAngle) override;
   void Polyline(std::span<const CanvasPoint> points, Rgb colour) override;
   void Text(double x, double y, std::string_view text, double height, double angle,
+            Rgb colour) override;
+  void StretchedText(double x, double y, std::string_view text, double height, double width,
+                     double angle, Rgb colour) override;
+  void Fill(std::span<const CanvasPoint> points, std::span<const std::size_t> ringEnds,
             Rgb colour) override;
 
  private:

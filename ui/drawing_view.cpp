@@ -44,8 +44,8 @@ bool DrawingView::Showing() const {
 
 void DrawingView::Sync() {
   FollowCursor();
-  if (!framed_ || form_.Generation(view_) != frameGeneration_ ||
-      frame_.size() != size()) {
+  if (!framed_ || form_.Generation(view_) != frameGeneration_ || frame_.size() != size() ||
+      OverviewRect() != paintedInset_) {
     update();
   }
 }
@@ -109,6 +109,7 @@ void DrawingView::paintEvent(QPaintEvent*) {
   }
   painter.drawImage(0, 0, frame_);
   const QRect inset = OverviewRect();
+  paintedInset_ = inset;
   if (inset.isEmpty()) return;
   PaintOverview(inset);
   painter.drawImage(inset.topLeft(), overview_);
@@ -123,7 +124,13 @@ void DrawingView::resizeEvent(QResizeEvent* event) {
 
 void DrawingView::mousePressEvent(QMouseEvent* event) {
   const QPointF at = event->position();
-  if (OverviewRect().contains(at.toPoint())) return;
+  const QRect inset = OverviewRect();
+  if (inset.contains(at.toPoint())) {
+    if (event->button() != Qt::LeftButton) return;
+    const QPointF within = at - inset.topLeft();
+    run_([&] { form_.Overview_Click(view_, within.x(), within.y(), inset.width(), inset.height()); });
+    return;
+  }
   if (Showing() && form_.View(view_).AwaitingPart()) {
     bandFrom_ = at.toPoint();
     band_->setGeometry(QRect(bandFrom_, QSize()));

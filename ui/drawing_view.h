@@ -15,7 +15,7 @@ namespace parvenna::ui {
 // hands the mouse to the form in pixels. The frame is painted again only
 // when the form's generation of the view moved or the size changed; the
 // overview in the lower right corner shows the whole drawing with the
-// window as a rectangle, and takes no clicks.
+// window as a rectangle, and a click on it moves the window there.
 class DrawingView : public QWidget {
  public:
   // `run` runs a handler of the form the way the window runs all of them.
@@ -53,6 +53,7 @@ class DrawingView : public QWidget {
   unsigned overviewGeneration_ = 0;
   bool framed_ = false;
   bool overviewed_ = false;
+  QRect paintedInset_;  // where the last paint put the overview
   int framesPainted_ = 0;
   QRubberBand* band_ = nullptr;
   QPoint bandFrom_;

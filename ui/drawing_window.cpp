@@ -15,7 +15,7 @@
 namespace parvenna::ui {
 namespace {
 
-enum class Glyph { Layers, ZoomIn, ZoomOut, All, Part, Back, Redraw, Done };
+enum class Glyph { Layers, ZoomIn, ZoomOut, All, Part, Back, Redraw, Overview, Done };
 
 // The buttons' pictures, drawn here so that they look the same on every desktop.
 QIcon PaintedIcon(Glyph glyph) {
@@ -81,6 +81,12 @@ QIcon PaintedIcon(Glyph glyph) {
       p.drawLine(QPointF(10, 3.5), QPointF(13, 6.5));
       break;
     }
+    case Glyph::Overview: {
+      p.drawRect(QRectF(2.5, 2.5, 15, 15));
+      p.setBrush(QColor(120, 170, 230));
+      p.drawRect(QRectF(9.5, 10.5, 7, 6));
+      break;
+    }
     case Glyph::Done: {
       QPen green(QColor(30, 130, 50), 2.4);
       green.setCapStyle(Qt::RoundCap);
@@ -142,6 +148,8 @@ void DrawingWindow::bind() {
   add("cmdPartLarge", f.cmdPartLarge, Glyph::Part, &drawing::ViewForm::cmdPartLarge_Click);
   add("cmdUndo", f.cmdUndo, Glyph::Back, &drawing::ViewForm::cmdUndo_Click);
   add("cmdRedraw", f.cmdRedraw, Glyph::Redraw, &drawing::ViewForm::cmdRedraw_Click);
+  overview_ = add("cmdOverview", f.cmdOverview, Glyph::Overview, &drawing::ViewForm::cmdOverview_Click);
+  overview_->setCheckable(true);
   bar->addStretch(1);
   QToolButton* done = add("cmdDone", f.cmdDone, Glyph::Done, &drawing::ViewForm::cmdDone_Click);
   done->setAutoRaise(false);
@@ -229,6 +237,12 @@ void DrawingWindow::MirrorLayerMenu(int view) {
 
 void DrawingWindow::Refresh() {
   if (!bound_) return;
+  // The editor clears its list of used labels on its own events.
+  form_.FollowUsedList();
+  {
+    const QSignalBlocker block(overview_);
+    overview_->setChecked(form_.OverviewWanted());
+  }
   for (const Bound& b : buttons_) {
     b.widget->setText(Q(b.model->Caption));
     b.widget->setToolTip(Q(b.model->ToolTipText));

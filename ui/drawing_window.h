@@ -34,7 +34,8 @@ class DrawingWindow : public QWidget {
   // Builds the controls and connects them to the form's handlers. Once.
   void bind();
   // Copies the form's state onto the controls, and repaints the views that
-  // changed.
+  // changed. The main window calls it after the editor's events too, since
+  // they may clear the marks of the used labels.
   void Refresh();
 
   // The controls, for the shell and for tests.
@@ -64,6 +65,7 @@ class DrawingWindow : public QWidget {
   // What each layer menu shows: caption and tick of every entry.
   std::array<std::vector<std::pair<std::string, bool>>, drawing::kViewCount> shownLayers_;
   std::vector<Bound> buttons_;
+  QToolButton* overview_ = nullptr;
   int depth_ = 0;
   bool bound_ = false;
 };

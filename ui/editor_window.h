@@ -41,6 +41,9 @@ class EditorWindow : public QWidget {
   // Copies the form's state onto the controls.
   void Refresh();
   void ShowRowMenu(int row);
+  // Called after each event of the window has run, for the windows that
+  // show what the editor's handlers change (the marks of the drawing).
+  std::function<void()> afterEvent;
 
   // The controls, for the shell and for tests.
   CourseRowView& Row(int row) { return *rows_.at(static_cast<std::size_t>(row)); }

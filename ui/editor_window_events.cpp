@@ -26,6 +26,7 @@ void EditorWindow::Run(const std::function<void()>& handler, FailureReport repor
 
 void EditorWindow::AfterEvent() {
   Refresh();
+  if (afterEvent) afterEvent();
   FollowFocus();
   if (pendingMenuRow_) {
     const int row = *pendingMenuRow_;

@@ -80,6 +80,7 @@ MainWindow::MainWindow(const std::string& appDirectory, Prompter* prompter)
 
   editor_ = new EditorWindow(shell_->frmEditor, canvas_);
   editor_->bind();
+  editor_->afterEvent = [this] { drawing_->Refresh(); };
   editorSub_ = area_->addSubWindow(editor_);
   editorSub_->installEventFilter(this);
   editorSub_->setWindowTitle("Parvenna Editor");
@@ -99,6 +100,7 @@ MainWindow::~MainWindow() {
   // when this window is no longer whole: no handler of it may run then.
   disconnect(area_, nullptr, this, nullptr);
   disconnect(qApp, nullptr, this, nullptr);
+  editor_->afterEvent = nullptr;
 }
 
 bool MainWindow::Start(const std::string& commandLine) {
@@ -171,6 +173,7 @@ void MainWindow::RefreshMenus() {
 void MainWindow::RefreshAll() {
   RefreshMenus();
   editor_->Refresh();
+  drawing_->Refresh();
 }
 
 // ---- shell::ShellWindows ---------------------------------------------------------------

@@ -41,6 +41,7 @@ class MainWindow : public QMainWindow, public shell::ShellWindows, public drawin
 
   shell::Shell& Shell() { return *shell_; }
   EditorWindow& Editor() { return *editor_; }
+  DrawingWindow& Drawing() { return *drawing_; }
   // Menus, editor and captions read again from the models.
   void RefreshAll();
   // Carries out a menu entry as a click on it would.

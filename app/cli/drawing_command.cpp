@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdio>
 #include <map>
+#include <numbers>
 #include <ostream>
 
 #include "drawing/grab_text.h"
@@ -81,7 +82,7 @@ void PrintText(std::ostream& out, const drawing::DrawingDocument& doc, const dra
   const std::string_view raw = doc.RawText(t);
   out << doc.HandleText(e) << '\t' << Number(t.insertion.x) << '\t' << Number(t.insertion.y) << '\t'
       << doc.layers[e.layer].name << '\t' << OneLine(raw);
-  for (const std::string& value : drawing::GrabbedValues(notation, raw, 1)) {
+  for (const std::string& value : drawing::GrabbedValues(notation, doc.PickText(t), 1)) {
     out << '\t' << OneLine(value);
   }
   out << '\n';
@@ -92,6 +93,14 @@ bool Load(const std::string& path, drawing::Viewer& view, std::ostream& err) {
   err << drawing::messages::OpenDrawingFileError << '\n';
   if (!view.LoadDetail().empty()) err << path << ": " << view.LoadDetail() << '\n';
   return false;
+}
+
+// One text's size and placing: height, angle in degrees, alignment.
+void PrintPlacing(std::ostream& out, const drawing::TextData& t) {
+  static constexpr const char* kH[] = {"left", "centre", "right"};
+  static constexpr const char* kV[] = {"baseline", "middle", "top", "bottom"};
+  out << Number(t.height) << '\t' << Number(t.rotation * 180 / std::numbers::pi) << '\t'
+      << kH[static_cast<int>(t.halign)] << '\t' << kV[static_cast<int>(t.valign)];
 }
 
 }  // namespace
@@ -106,7 +115,9 @@ int RunDrawing(const std::vector<std::string>& args, std::ostream& out, std::ost
   drawing::Viewer view;
   if (!Load(options.positional[0], view, err)) return 2;
   const drawing::DrawingDocument& doc = *view.Document();
-  out << "format\t" << drawing::FormatName(doc.format) << '\n';
+  out << "format\t" << drawing::FormatName(doc.format);
+  if (!doc.version.empty()) out << '\t' << doc.version;
+  out << '\n';
   out << "layers\t" << doc.layers.size() << '\n';
   for (const drawing::Layer& layer : doc.layers) {
     out << "layer\t" << layer.name << '\t' << layer.entityCount << '\t' << (layer.on ? "on" : "off")
@@ -116,6 +127,7 @@ int RunDrawing(const std::vector<std::string>& args, std::ostream& out, std::ost
   for (const drawing::Entity& e : doc.entities) ++kinds[drawing::KindName(e.kind)];
   out << "entities\t" << doc.entities.size() << '\n';
   for (const auto& [kind, count] : kinds) out << "kind\t" << kind << '\t' << count << '\n';
+  for (const drawing::FileCount& c : doc.fileCounts) out << "file\t" << c.type << '\t' << c.count << '\n';
   if (!doc.extent.Empty()) {
     out << "extent\t" << Number(doc.extent.minX) << '\t' << Number(doc.extent.minY) << '\t'
         << Number(doc.extent.maxX) << '\t' << Number(doc.extent.maxY) << '\n';
@@ -125,6 +137,13 @@ int RunDrawing(const std::vector<std::string>& args, std::ostream& out, std::ost
     if (e.kind == drawing::EntityKind::Text) {
       out << "text\t";
       PrintText(out, doc, e, options.notation);
+    }
+  }
+  for (const drawing::Entity& e : doc.entities) {
+    if (e.kind == drawing::EntityKind::Text) {
+      out << "placing\t" << doc.HandleText(e) << '\t';
+      PrintPlacing(out, doc.TextOf(e));
+      out << '\n';
     }
   }
   return 0;

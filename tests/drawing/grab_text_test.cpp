@@ -1,6 +1,7 @@
 // Cleaning a label into values, and finding a direction inside it.
 #include <gtest/gtest.h>
 
+#include "drawing/cad_text.h"
 #include "drawing/grab_text.h"
 
 namespace parvenna::drawing {
@@ -111,10 +112,24 @@ TEST(FindBearingInText, RefusesWhatIsNoFullDirection) {
   EXPECT_EQ(end, 12);
 }
 
-TEST(GrabbedValues, MtextBreaksAndHardSpacesSplitTheRawText) {
-  EXPECT_EQ(GrabbedValues(Quadrant(), "S\\~89%%D52'10\"\\~W\\P53.27'", 1),
-            (Values{"S89%%D52'10\"W", "53.27'"}));
-  EXPECT_EQ(GrabbedValues(Quadrant(), "N\\~12%%d30'15\"\\~E", 1), (Values{"N12%%d30'15\"E"}));
+// A pick hands on the label as shown, its percent codes as written.
+Values Picked(std::string_view raw) { return GrabbedValues(Quadrant(), PickTextOf(raw), 1); }
+
+TEST(GrabbedValues, MtextBreaksAndHardSpacesSplitTheLabel) {
+  EXPECT_EQ(Picked("S\\~89%%D52'10\"\\~W\\P53.27'"), (Values{"S89%%D52'10\"W", "53.27'"}));
+  EXPECT_EQ(Picked("N\\~12%%d30'15\"\\~E"), (Values{"N12%%d30'15\"E"}));
+}
+
+TEST(GrabbedValues, FormatCodesNeverReachTheValues) {
+  // A font code around a bearing: before, its digits made one long number.
+  EXPECT_EQ(Picked("{\\fArial|b0;S15%%d10'20\"W}"), (Values{"S15%%d10'20\"W"}));
+  EXPECT_EQ(Picked("{\\C1;\\H2.5x;N 83%%d07'34\" W}\\P{\\fTimes|i1;154.17'}"),
+            (Values{"N83%%d07'34\"W", "154.17'"}));
+  EXPECT_EQ(Picked("\\A1;7.0711"), (Values{"7.0711"}));
+  EXPECT_EQ(Picked("4'-0{\\H1x;\\S1#4;}\""), (Values{"4'-01/4\""}));
+  // Single-line text keeps backslashes as characters, but not \U+ codes.
+  EXPECT_EQ(GrabbedValues(Quadrant(), PickTextOf("N12\\U+00B030'E", TextCodes::Single), 1),
+            (Values{"N12\u00B030'E"}));
 }
 
 }  // namespace

@@ -209,5 +209,27 @@ TEST_F(PickTest, AFullParcelShowsTheLimitOnceAndStops) {
   EXPECT_TRUE(state.GrabQueue.empty());
 }
 
+// A label in a font code: before, its digits made one number, which turned
+// the course before into a curve.
+TEST(PickLabel, AFontCodedBearingLandsAsTheBearingItShows) {
+  testing::TempDir dir;
+  testing::DxfWriter dxf;
+  dxf.Layer("BEARINGS");
+  dxf.MText("BEARINGS", 0, 0, 2, "{\\fArial|b0;S15%%d10'20\"W}", 7);
+  dxf.MText("BEARINGS", 0, 10, 2, "{\\C1;\\H2.5x;98.76'}", 7);
+  ASSERT_TRUE(dxf.Save((dir / "codes.dxf").string()));
+  Viewer view;
+  view.SetViewport(800, 600);
+  ASSERT_TRUE(view.Load((dir / "codes.dxf").string())) << view.LoadDetail();
+  FakeGrabEditor editor;
+  editor.SetFocus(2, 1);
+  GrabState state;
+  PickInView(view, {3, 1}, editor, state, kQuadrant, 1);
+  PickInView(view, {3, 11}, editor, state, kQuadrant, 1);
+  EXPECT_EQ(editor.Text(1, F::BearingLine), "S15\u00B010'20\"W");
+  EXPECT_EQ(editor.Text(1, F::DistanceLine), "98.76");
+  EXPECT_TRUE(editor.curvesMade.empty());
+}
+
 }  // namespace
 }  // namespace parvenna::drawing

@@ -9,6 +9,7 @@
 #include "drawing/view_form.h"
 #include "editor/editor_form.h"
 #include "store/store.h"
+#include "tests/drawing/dxf_writer.h"
 #include "tests/store/temp_dir.h"
 #include "tests/support/recording_canvas.h"
 #include "tests/support/scripted_prompter.h"
@@ -170,15 +171,20 @@ TEST_F(ViewFormTest, BadFilesGiveTheMessageLeaveTheViewsEmptyAndKeepTheProject) 
   TempDir scratch;
   parvenna::testing::WriteFile(scratch / "noise.dwg", std::string(4000, '\x5a'));
   parvenna::testing::WriteFile(scratch / "notes.dgn", "not a drawing\n");
-  for (const std::string& bad :
-       {Drawings + "dwg_r2004_mtext_UNSUPPORTED.dwg", Drawings + "dwg_r2000_crc_error_UNREADABLE.dwg",
-        Drawings + "dgn_v8_UNSUPPORTED.dgn", (scratch / "noise.dwg").string(),
-        (scratch / "notes.dgn").string(), (scratch / "missing.dxf").string()}) {
+  const std::vector<std::pair<std::string, std::string>> cases = {
+      {Drawings + "dwg_r2000_crc_error_UNREADABLE.dwg", messages::ReasonDwgDamaged},
+      {Drawings + "dgn_v8_UNSUPPORTED.dgn", messages::ReasonDgnV8},
+      {(scratch / "noise.dwg").string(), messages::ReasonNotADrawing},
+      {(scratch / "notes.dgn").string(), messages::ReasonNotADrawing},
+      {(scratch / "missing.dxf").string(), messages::ReasonNotFound}};
+  for (const auto& [bad, reason] : cases) {
     SCOPED_TRACE(bad);
     ASSERT_TRUE(Open(Lot7));
     prompter.shown.clear();
     EXPECT_FALSE(Open(bad));
-    ASSERT_EQ(prompter.Prompts(), std::vector<std::string>{messages::OpenDrawingFileError});
+    // The box's own words first, then why and what to do.
+    ASSERT_EQ(prompter.Prompts(),
+              std::vector<std::string>{std::string(messages::OpenDrawingFileError) + "\n\n" + reason});
     EXPECT_FALSE(f().View(0).IsLoaded());
     EXPECT_FALSE(f().View(1).IsLoaded());
     EXPECT_TRUE(f().mnuLayer1.empty());
@@ -390,6 +396,71 @@ TEST_F(ViewFormTest, APickKeysBearingThenDistanceOfTheFocusedCourse) {
     ASSERT_TRUE(f().View(v).FindTextAt(bearing));
     EXPECT_TRUE(f().View(v).IsMarked(f().View(v).Found() - 1));
   }
+}
+
+// A block of two labels inserted twice: GDAL gives each copy's labels the
+// handle of their reference.
+TEST_F(ViewFormTest, AMarkCoversThePickedLabelOnlyAndGoesWithTheUsedList) {
+  parvenna::testing::DxfWriter dxf;
+  dxf.Layer("LABELS");
+  dxf.BeginBlock("COURSE");
+  dxf.Text("LABELS", 0, 0, 2, "N 10%%d00'00\" E");
+  dxf.Text("LABELS", 0, -5, 2, "100.00");
+  dxf.EndBlock();
+  dxf.Insert("LABELS", "COURSE", 0, 0);
+  dxf.Insert("LABELS", "COURSE", 100, 0);
+  ASSERT_TRUE(dxf.Save((dir / "blocks.dxf").string()));
+  ASSERT_TRUE(Open((dir / "blocks.dxf").string()));
+  const auto marked = [&](int v) {
+    int n = 0;
+    const DrawingDocument& doc = *f().View(v).Document();
+    for (std::uint32_t i = 0; i < doc.entities.size(); ++i) n += f().View(v).IsMarked(i);
+    return n;
+  };
+  editor->cmdInsert_Click();
+  editor->SetFocus({editor::FocusKind::Field, 0, CourseField::BearingLine});
+  Click(0, {5, 1});
+  ASSERT_EQ(editor->txtBearingLine[0].Text, "N10" + Deg + "00'00\"E");
+  EXPECT_EQ(marked(0), 1);
+  EXPECT_EQ(marked(1), 1);
+  Click(0, {105, -4});  // the other copy's distance
+  EXPECT_EQ(editor->txtDistanceLine[0].Text, "100.00");
+  EXPECT_EQ(marked(0), 2);
+  // Cancel empties the list of used labels: the marks go with it.
+  editor->cmdCancel_Click();
+  f().FollowUsedList();
+  EXPECT_EQ(marked(0), 0);
+  EXPECT_EQ(marked(1), 0);
+}
+
+TEST_F(ViewFormTest, TheOverviewMovesTheViewAndCanBeHidden) {
+  ASSERT_TRUE(Open(Lot7));
+  EXPECT_TRUE(f().OverviewVisible[0]);
+  EXPECT_FALSE(f().OverviewVisible[1]);
+  f().cmdZoomIn_Click();
+  f().cmdZoomIn_Click();
+  // A click at the lower left of a 200 by 150 overview: the view goes there.
+  const Box extent = f().View(0).Document()->extent;
+  Point target;
+  ASSERT_TRUE(f().View(0).OverviewToDrawing(40, 120, 200, 150, target));
+  f().Overview_Click(0, 40, 120, 200, 150);
+  const ViewState moved = f().View(0).ReadWindow();
+  EXPECT_NEAR((moved.blx + moved.trx) / 2, target.x, 1e-6);
+  EXPECT_NEAR((moved.bly + moved.try_) / 2, target.y, 1e-6);
+  EXPECT_LT(target.x, extent.Centre().x);
+  EXPECT_LT(target.y, extent.Centre().y);
+  EXPECT_NEAR(moved.zoomFactor, 4, 1e-9);  // the same zoom
+  ExpectWindow(moved, StoredView(0), 1e-6);  // kept in the project
+  // Hidden, it takes no clicks; shown again on the page on show only.
+  f().cmdOverview_Click();
+  EXPECT_FALSE(f().OverviewVisible[0]);
+  f().Overview_Click(0, 190, 10, 200, 150);
+  ExpectWindow(f().View(0).ReadWindow(), StoredView(0), 1e-6);
+  f().SSTab1_Click(1);
+  EXPECT_FALSE(f().OverviewVisible[1]);
+  f().cmdOverview_Click();
+  EXPECT_TRUE(f().OverviewVisible[1]);
+  EXPECT_FALSE(f().OverviewVisible[0]);
 }
 
 TEST_F(ViewFormTest, DoneHandsOnTheWaitingLabelsAndInvertsWhenTheProjectAsks) {

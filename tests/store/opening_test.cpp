@@ -138,6 +138,9 @@ TEST(Opening, RelocatingWritesTheNewDrawingAndForgetsTheOldViews) {
   world.windows.calls.clear();
   world.windows.openAnswer = world.Path("sample_metres.dxf");
   world.opener.mnuRelocateCAD_Click();
+  // The dialog offers every drawing that can be read at once, DXF included.
+  EXPECT_EQ(world.windows.lastOpen.Filter.substr(0, 47), "Drawings (*.dwg *.dxf *.dgn)|*.dwg;*.dxf;*.dgn|");
+  EXPECT_EQ(world.windows.lastOpen.FilterIndex, 1);
   EXPECT_EQ(world.state.DrawingFile, world.Path("sample_metres.dxf"));
   EXPECT_EQ(world.state.ViewZoom[0], 0);
   EXPECT_EQ(Database::Open(project).OpenRecordset("tblSetting").Get("AutoCADFile").AsText(),

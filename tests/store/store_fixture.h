@@ -23,9 +23,11 @@ class RecordingWindows : public store::ProjectWindows {
   bool drawingOpens = true;
   bool saveEnabled = false;
   std::string editorCaption, mainCaption;
+  store::FileDialogRequest lastOpen;
 
   std::optional<std::string> ShowOpen(const store::FileDialogRequest& request) override {
     calls.push_back("ShowOpen " + request.Filter.substr(0, 8));
+    lastOpen = request;
     return openAnswer;
   }
   bool SaveEnabled() const override { return saveEnabled; }

@@ -10,14 +10,15 @@ namespace parvenna::testing {
 // Keeps every call made on it, in order.
 class RecordingCanvas : public Canvas {
  public:
-  enum class Op { Cls, Line, Box, Circle, Polyline, Text };
+  enum class Op { Cls, Line, Box, Circle, Polyline, Text, Fill };
   struct Call {
     Op op;
     double a, b, c, d;      // Line/Box: x1 y1 x2 y2; Circle: cx cy radius 0
     Rgb colour;
     double start = 0, end = 0;  // Circle only; Text: height and angle
     std::string text = {};                 // Text only
-    std::vector<CanvasPoint> points = {};  // Polyline only
+    std::vector<CanvasPoint> points = {};  // Polyline and Fill
+    std::vector<std::size_t> ringEnds = {};  // Fill only
   };
 
   explicit RecordingCanvas(double width = 4000, double height = 4000)
@@ -44,6 +45,13 @@ class RecordingCanvas : public Canvas {
   void Polyline(std::span<const CanvasPoint> points, Rgb colour) override {
     Call call{Op::Polyline, 0, 0, 0, 0, colour};
     call.points.assign(points.begin(), points.end());
+    calls.push_back(std::move(call));
+  }
+  void Fill(std::span<const CanvasPoint> points, std::span<const std::size_t> ringEnds,
+            Rgb colour) override {
+    Call call{Op::Fill, 0, 0, 0, 0, colour};
+    call.points.assign(points.begin(), points.end());
+    call.ringEnds.assign(ringEnds.begin(), ringEnds.end());
     calls.push_back(std::move(call));
   }
   void Text(double x, double y, std::string_view text, double height, double angle,

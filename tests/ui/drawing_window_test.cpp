@@ -4,6 +4,7 @@
 // enlarges a part.
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstdlib>
 
 #include <QApplication>
@@ -45,6 +46,17 @@ int InkedPixels(const QImage& image, const QRect& area) {
   }
   return inked;
 }
+
+// Counts the paint events a widget receives.
+class PaintCounter : public QObject {
+ public:
+  explicit PaintCounter(QWidget* widget) { widget->installEventFilter(this); }
+  bool eventFilter(QObject*, QEvent* event) override {
+    count += event->type() == QEvent::Paint;
+    return false;
+  }
+  int count = 0;
+};
 
 class DrawingWindowTest : public ::testing::Test {
  protected:
@@ -171,6 +183,77 @@ TEST_F(DrawingWindowTest, ABandDraggedAfterPartEnlargesThatPart) {
   EXPECT_NEAR(form.View(1).ReadWindow().zoomFactor, 1, 1e-9);
 }
 
+TEST_F(DrawingWindowTest, AClickOnTheOverviewMovesTheViewAndItsButtonHidesIt) {
+  Open();
+  QTest::mouseClick(window.ButtonOf(form.cmdZoomIn), Qt::LeftButton);
+  QTest::mouseClick(window.ButtonOf(form.cmdZoomIn), Qt::LeftButton);
+  const QRect inset = view()->OverviewRect();
+  ASSERT_FALSE(inset.isEmpty());
+  const QPoint within(inset.width() / 5, inset.height() * 4 / 5);
+  drawing::Point target;
+  ASSERT_TRUE(form.View(0).OverviewToDrawing(within.x(), within.y(), inset.width(), inset.height(), target));
+  QTest::mouseClick(view(), Qt::LeftButton, {}, inset.topLeft() + within);
+  const drawing::ViewState moved = form.View(0).ReadWindow();
+  EXPECT_NEAR((moved.blx + moved.trx) / 2, target.x, 1e-6);
+  EXPECT_NEAR((moved.bly + moved.try_) / 2, target.y, 1e-6);
+  EXPECT_NEAR(moved.zoomFactor, 4, 1e-9);
+
+  // The inset's frame, along its top edge, goes from the picture with it:
+  // the view is painted again at once.
+  PaintCounter paints(view());
+  const auto framed = [&] {
+    QApplication::processEvents();
+    const QImage shot = view()->grab().toImage();
+    const QColor edge = view()->palette().color(QPalette::Mid);
+    int n = 0;
+    for (int x = inset.left(); x < inset.right(); ++x) n += shot.pixelColor(x, inset.top()).rgb() == edge.rgb();
+    return n;
+  };
+  EXPECT_GT(framed(), inset.width() / 2);
+  QToolButton* button = window.ButtonOf(form.cmdOverview);
+  ASSERT_NE(button, nullptr);
+  EXPECT_TRUE(button->isChecked());
+  paints.count = 0;
+  QTest::mouseClick(button, Qt::LeftButton);
+  QApplication::processEvents();
+  EXPECT_GE(paints.count, 1);
+  EXPECT_FALSE(button->isChecked());
+  EXPECT_TRUE(view()->OverviewRect().isEmpty());
+  EXPECT_LT(framed(), inset.width() / 10);
+  // What stood under the inset is the drawing's again: a press there pans.
+  Mouse(QEvent::MouseButtonPress, inset.center(), Qt::RightButton, Qt::RightButton);
+  Mouse(QEvent::MouseMove, inset.center() - QPoint(40, 0), Qt::NoButton, Qt::RightButton);
+  Mouse(QEvent::MouseButtonRelease, inset.center() - QPoint(40, 0), Qt::RightButton, Qt::NoButton);
+  EXPECT_GT(form.View(0).ReadWindow().blx, moved.blx);
+  QTest::mouseClick(button, Qt::LeftButton);
+  EXPECT_FALSE(view()->OverviewRect().isEmpty());
+}
+
+// A DWG 2018 in the window: a dimension's label, its codes taken off, lands
+// in the distance field.
+TEST_F(DrawingWindowTest, ALabelOfADwg2018LandsInTheEditor) {
+  project.DrawingFile = std::string(PARVENNA_TESTDATA_DIR) + "/drawings/dwg_r2018_many_entities.dwg";
+  ASSERT_TRUE(form.OpenDrawing()) << prompter.Prompts().size();
+  window.Refresh();
+  const drawing::DrawingDocument* doc = form.View(0).Document();
+  ASSERT_NE(doc, nullptr);
+  const drawing::TextData* label = nullptr;
+  for (const drawing::TextData& t : doc->texts) {
+    if (doc->RawText(t) == "\\A1;35.1233") label = &t;
+  }
+  ASSERT_NE(label, nullptr);
+  const auto corners = drawing::TextCorners(*label);
+  const drawing::Point middle{(corners[0].x + corners[2].x) / 2, (corners[0].y + corners[2].y) / 2};
+  form.View(0).ShowWindow(middle.x - 10, middle.y - 6, middle.x + 10, middle.y + 6);
+  form.cmdRedraw_Click();
+  window.Refresh();
+  editor.cmdInsert_Click();
+  editor.SetFocus({editor::FocusKind::Field, 0, CourseField::DistanceLine});
+  const CanvasPoint at = form.View(0).ToScreen(middle);
+  QTest::mouseClick(view(), Qt::LeftButton, {}, QPoint(static_cast<int>(at.x), static_cast<int>(at.y)));
+  EXPECT_EQ(editor.txtDistanceLine[0].Text, "35.1233");
+}
+
 // ---- On a real screen -----------------------------------------------------------------
 
 // Shows the window on the sample drawing and photographs the screen at each
@@ -193,6 +276,18 @@ TEST_F(DrawingWindowTest, OnScreenSampleDrawingStepByStep) {
     EXPECT_EQ(std::system(("import -window root " + path).c_str()), 0) << path;
   };
   shoot("whole");
+  // PARVENNA_DRAWING_DEMO_WINDOW=BLX,BLY,TRX,TRY: a part of the drawing as well.
+  if (const char* part = std::getenv("PARVENNA_DRAWING_DEMO_WINDOW")) {
+    double c[4] = {};
+    if (std::sscanf(part, "%lf,%lf,%lf,%lf", &c[0], &c[1], &c[2], &c[3]) == 4) {
+      form.View(0).ShowWindow(c[0], c[1], c[2], c[3]);
+      form.cmdRedraw_Click();
+      window.Refresh();
+      shoot("part");
+      form.cmd100_Click();
+      window.Refresh();
+    }
+  }
 
   // Grab the first two labels while a parcel is edited: they turn to the used colour.
   editor.cmdInsert_Click();

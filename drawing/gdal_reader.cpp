@@ -1,6 +1,6 @@
-// The one place that talks to GDAL: a drawing's features become our own
-// entities here, and nothing of GDAL leaves this file.
-#include "drawing/drawing_document.h"
+// The one place that talks to GDAL: the features of a DXF or DGN V7 become
+// our own entities here, and nothing of GDAL leaves this file.
+#include "drawing/gdal_reader.h"
 
 #include <cpl_conv.h>
 #include <cpl_error.h>
@@ -16,7 +16,9 @@
 #include <unordered_map>
 
 #include "drawing/cad_text.h"
+#include "drawing/document_builder.h"
 #include "drawing/dxf_tables.h"
+#include "drawing/messages.h"
 
 namespace parvenna::drawing {
 namespace {
@@ -80,6 +82,7 @@ using GeometryPtr = std::unique_ptr<std::remove_pointer_t<OGRGeometryH>, Geometr
 // What the feature's style string says that we use.
 struct Style {
   bool hasColour = false;
+  bool brush = false;  // the feature is filled
   Rgb colour;
   double angle = 0;   // degrees
   double size = 0;    // text height
@@ -146,8 +149,9 @@ Style ParseStyle(const char* s) {
       if (key == "c" && (!style.hasColour || brushColour)) {
         brushColour = false;
         style.hasColour = ParseColour(value, style.colour);
-      } else if (key == "fc" && !style.hasColour) {
-        style.hasColour = brushColour = ParseColour(value, style.colour);
+      } else if (key == "fc") {
+        style.brush = true;
+        if (!style.hasColour) style.hasColour = brushColour = ParseColour(value, style.colour);
       } else if (key == "a") {
         style.angle = Number(value);
       } else if (key == "s") {
@@ -168,13 +172,6 @@ void AnchorOf(int anchor, HAlign& h, VAlign& v) {
   h = column == 0 ? HAlign::Left : column == 1 ? HAlign::Centre : HAlign::Right;
   const int row = (anchor - 1) / 3;
   v = row == 0 ? VAlign::Baseline : row == 1 ? VAlign::Middle : row == 2 ? VAlign::Top : VAlign::Bottom;
-}
-
-std::uint64_t ParseHandle(const char* text) {
-  if (text == nullptr || *text == '\0') return 0;
-  char* end = nullptr;
-  const unsigned long long v = std::strtoull(text, &end, 16);
-  return (end != nullptr && *end == '\0') ? v : 0;
 }
 
 // The circle through three points; false when they are in a line.
@@ -211,68 +208,48 @@ void SweepThrough(Point a, Point m, Point z, ArcData& arc) {
   }
 }
 
-struct Common {
-  std::uint16_t layer = 0;
-  Rgb colour;
-  std::uint64_t handle = 0;
-};
+// What a polygon stands for: a boundary of lines, or an area drawn as its
+// rings (a pattern hatch) or filled (a solid hatch, a solid, a filled shape).
+enum class Area { None, Outline, Filled };
 
+// The features of GDAL become entities here, through the builder.
 class Reader {
  public:
-  explicit Reader(DrawingDocument& doc) : doc_(doc) {}
+  explicit Reader(DocumentBuilder& builder) : builder_(builder) {}
 
   void SeedLayers(const std::vector<DxfLayerEntry>& table) {
     for (const auto& entry : table) {
-      if (index_.contains(entry.name) || doc_.layers.size() >= 0xFFFF) continue;
-      Layer layer;
-      layer.name = entry.name;
-      layer.on = !entry.off && !entry.frozen;
-      layer.colour = entry.trueColour ? *entry.trueColour : AciColour(entry.colour);
-      index_.emplace(entry.name, static_cast<std::uint16_t>(doc_.layers.size()));
-      doc_.layers.push_back(std::move(layer));
+      builder_.SeedLayer(entry.name, !entry.off && !entry.frozen,
+                         entry.trueColour ? *entry.trueColour : AciColour(entry.colour));
     }
   }
 
-  std::uint16_t LayerFor(std::string_view name, Rgb colour) {
-    if (hasLast_ && name == lastName_) return last_;
-    auto it = index_.find(std::string(name));
-    std::uint16_t at = 0;
-    if (it != index_.end()) {
-      at = it->second;
-    } else if (doc_.layers.size() < 0xFFFF) {
-      at = static_cast<std::uint16_t>(doc_.layers.size());
-      doc_.layers.push_back({std::string(name), true, colour, 0});
-      index_.emplace(std::string(name), at);
-    } else {
-      at = static_cast<std::uint16_t>(doc_.layers.size() - 1);
-    }
-    lastName_.assign(name);
-    last_ = at;
-    hasLast_ = true;
-    return at;
-  }
-
-  void AddGeometry(OGRGeometryH g, const Common& c, bool arcHint, int depth = 0) {
+  void AddGeometry(OGRGeometryH g, const EntityStyle& c, bool arcHint, Area area, int depth = 0) {
     if (g == nullptr || depth > 32) return;
     const OGRwkbGeometryType type = wkbFlatten(OGR_G_GetGeometryType(g));
     switch (type) {
       case wkbPoint:
-        AddVertices(EntityKind::Point, g, c);
+        AddVertices(g, c);
         return;
       case wkbLineString:
         if (AddFittedArc(g, c, arcHint)) return;
-        AddVertices(OGR_G_GetPointCount(g) == 2 ? EntityKind::Line : EntityKind::Polyline, g, c);
+        AddVertices(g, c);
         return;
       case wkbCircularString:
         if (AddCircularString(g, c)) return;
         break;
       case wkbPolygon:
+        if (area != Area::None) {
+          AddArea(g, c, area == Area::Filled);
+          return;
+        }
+        [[fallthrough]];
       case wkbMultiPoint:
       case wkbMultiLineString:
       case wkbMultiPolygon:
       case wkbGeometryCollection:
         for (int i = 0; i < OGR_G_GetGeometryCount(g); ++i) {
-          AddGeometry(OGR_G_GetGeometryRef(g, i), c, arcHint, depth + 1);
+          AddGeometry(OGR_G_GetGeometryRef(g, i), c, arcHint, area, depth + 1);
         }
         return;
       default:
@@ -283,10 +260,10 @@ class Reader {
     if (!linear) return;
     const OGRwkbGeometryType flat = wkbFlatten(OGR_G_GetGeometryType(linear.get()));
     if (flat == wkbCircularString || flat == type) return;  // no progress
-    AddGeometry(linear.get(), c, false, depth + 1);
+    AddGeometry(linear.get(), c, false, area, depth + 1);
   }
 
-  void AddText(OGRGeometryH g, const Common& c, std::string raw, std::string shown,
+  void AddText(OGRGeometryH g, const EntityStyle& c, std::string_view raw, TextCodes codes,
                const Style& style) {
     Point at;
     if (g != nullptr && OGR_G_GetPointCount(g) > 0) {
@@ -296,109 +273,35 @@ class Reader {
       OGR_G_GetEnvelope(g, &env);
       at = {env.MinX, env.MinY};
     }
-    if (!std::isfinite(at.x) || !std::isfinite(at.y)) return;
     TextData t;
     t.insertion = at;
-    // A height beyond what a float holds is no height; one is made up later.
+    t.codes = codes;
     t.height = static_cast<float>(style.size > 0 && style.size < 1e30 ? style.size : 0);
     t.rotation = static_cast<float>(std::isfinite(style.angle) ? style.angle * std::numbers::pi / 180 : 0);
     AnchorOf(style.anchor, t.halign, t.valign);
-    const TextMeasure m = MeasureText(shown);
-    t.lines = static_cast<std::uint16_t>(std::min<std::size_t>(m.lines, 0xFFFF));
-    longest_.push_back(static_cast<std::uint32_t>(m.longest));
-    t.raw = static_cast<std::uint32_t>(doc_.pool.size());
-    t.rawLength = static_cast<std::uint32_t>(raw.size());
-    doc_.pool += raw;
-    if (shown == raw) {
-      t.shown = t.raw;
-      t.shownLength = t.rawLength;
-    } else {
-      t.shown = static_cast<std::uint32_t>(doc_.pool.size());
-      t.shownLength = static_cast<std::uint32_t>(shown.size());
-      doc_.pool += shown;
-    }
-    Entity e;
-    e.kind = EntityKind::Text;
-    e.first = static_cast<std::uint32_t>(doc_.texts.size());
-    Finish(e, c, Box::Of(at.x, at.y, at.x, at.y));
-    doc_.texts.push_back(t);
-  }
-
-  // Texts without a height get one from the size of the drawing; then each
-  // text's box joins its bounds and the extent.
-  void FinishTexts() {
-    Box extent = doc_.extent;
-    const double size = std::max(extent.Width(), extent.Height());
-    const float fallback = static_cast<float>(size > 0 ? size / 200 : 1.0);
-    for (std::size_t i = 0; i < doc_.texts.size(); ++i) {
-      TextData& t = doc_.texts[i];
-      if (!(t.height > 0)) t.height = fallback;
-      t.width = static_cast<float>(kCharacterWidth * t.height * longest_[i]);
-    }
-    for (Entity& e : doc_.entities) {
-      if (e.kind != EntityKind::Text) continue;
-      Box b;
-      for (const Point& p : TextCorners(doc_.texts[e.first])) b.Add(p);
-      e.bounds = b;
-      doc_.extent.Add(b);
-    }
+    builder_.AddText(t, raw, c);
   }
 
  private:
-  void Finish(Entity& e, const Common& c, const Box& bounds) {
-    e.bounds = bounds;
-    e.layer = c.layer;
-    e.colour = c.colour;
-    e.handle = c.handle;
-    doc_.entities.push_back(e);
-    doc_.layers[c.layer].entityCount++;
-    doc_.extent.Add(bounds);
-  }
-
-  void AddVertices(EntityKind kind, OGRGeometryH g, const Common& c) {
+  std::span<const Point> PointsOf(OGRGeometryH g) {
     const int n = OGR_G_GetPointCount(g);
-    if (n <= 0) return;
-    const std::size_t first = doc_.vertices.size();
-    doc_.vertices.resize(first + static_cast<std::size_t>(n));
-    Point* out = doc_.vertices.data() + first;
-    OGR_G_GetPoints(g, &out->x, sizeof(Point), &out->y, sizeof(Point), nullptr, 0);
-    Box b;
-    for (int i = 0; i < n; ++i) {
-      if (!std::isfinite(out[i].x) || !std::isfinite(out[i].y)) {
-        doc_.vertices.resize(first);
-        return;
-      }
-      b.Add(out[i]);
-    }
-    Entity e;
-    e.kind = n == 1 ? EntityKind::Point : kind;
-    e.first = static_cast<std::uint32_t>(first);
-    e.count = static_cast<std::uint32_t>(n);
-    Finish(e, c, b);
+    scratch_.resize(static_cast<std::size_t>(std::max(n, 0)));
+    if (n > 0) OGR_G_GetPoints(g, &scratch_[0].x, sizeof(Point), &scratch_[0].y, sizeof(Point), nullptr, 0);
+    return scratch_;
   }
 
-  void AddArc(const ArcData& arc, bool full, const Common& c) {
-    Entity e;
-    e.kind = full ? EntityKind::Circle : EntityKind::Arc;
-    e.first = static_cast<std::uint32_t>(doc_.arcs.size());
-    doc_.arcs.push_back(arc);
-    Box b;
-    if (full) {
-      b = Box::Of(arc.centre.x - arc.radius, arc.centre.y - arc.radius, arc.centre.x + arc.radius,
-                  arc.centre.y + arc.radius);
-    } else {
-      const auto at = [&](double a) {
-        return Point{arc.centre.x + arc.radius * std::cos(a), arc.centre.y + arc.radius * std::sin(a)};
-      };
-      b.Add(at(arc.start));
-      b.Add(at(arc.start + arc.end));
-      // The quadrant points that the sweep passes.
-      for (int q = 0; q < 8; ++q) {
-        const double a = q * std::numbers::pi / 2;
-        if (AnticlockwiseFrom(arc.start, a) <= arc.end) b.Add(at(a));
-      }
+  void AddVertices(OGRGeometryH g, const EntityStyle& c) { builder_.AddPoints(PointsOf(g), c); }
+
+  // A hatch or a filled shape: its rings.
+  void AddArea(OGRGeometryH polygon, const EntityStyle& c, bool filled) {
+    std::vector<std::vector<Point>> rings;
+    for (int i = 0; i < OGR_G_GetGeometryCount(polygon); ++i) {
+      GeometryPtr ring(OGR_G_GetLinearGeometry(OGR_G_GetGeometryRef(polygon, i), 0, nullptr));
+      if (!ring) continue;
+      const std::span<const Point> points = PointsOf(ring.get());
+      rings.emplace_back(points.begin(), points.end());
     }
-    Finish(e, c, b);
+    builder_.AddHatch(rings, filled, c);
   }
 
   // DXF arcs and circles arrive as points on the curve; the curve is found
@@ -406,12 +309,10 @@ class Reader {
   // Without the entity's word for it (files without subclass markers), only
   // points that stand as closely as the reader places them are taken for a
   // curve, so that a square is not read as its circumscribed circle.
-  bool AddFittedArc(OGRGeometryH g, const Common& c, bool known) {
+  bool AddFittedArc(OGRGeometryH g, const EntityStyle& c, bool known) {
     const int n = OGR_G_GetPointCount(g);
     if (n < (known ? 4 : 8)) return false;
-    std::vector<Point>& pts = scratch_;
-    pts.resize(static_cast<std::size_t>(n));
-    OGR_G_GetPoints(g, &pts[0].x, sizeof(Point), &pts[0].y, sizeof(Point), nullptr, 0);
+    const std::span<const Point> pts = PointsOf(g);
     const Point a = pts.front(), b = pts[static_cast<std::size_t>(n / 3)],
                 m = pts[static_cast<std::size_t>(2 * n / 3)], z = pts.back();
     ArcData arc;
@@ -431,11 +332,11 @@ class Reader {
     const bool full = std::hypot(z.x - a.x, z.y - a.y) <= tolerance;
     if (full) arc.end = kTwoPi;
     else SweepThrough(a, b, z, arc);
-    AddArc(arc, full, c);
+    builder_.AddArc(arc, full, c);
     return true;
   }
 
-  bool AddCircularString(OGRGeometryH g, const Common& c) {
+  bool AddCircularString(OGRGeometryH g, const EntityStyle& c) {
     const int n = OGR_G_GetPointCount(g);
     if (n < 3) return false;
     const auto pt = [&](int i) { return Point{OGR_G_GetX(g, i), OGR_G_GetY(g, i)}; };
@@ -446,22 +347,16 @@ class Reader {
     if (n > 3 && !full) return false;
     if (full) arc.end = kTwoPi;
     else SweepThrough(a, m, z, arc);
-    AddArc(arc, full, c);
+    builder_.AddArc(arc, full, c);
     return true;
   }
 
-  DrawingDocument& doc_;
-  std::unordered_map<std::string, std::uint16_t> index_;
-  std::string lastName_;
-  std::uint16_t last_ = 0;
-  bool hasLast_ = false;
+  DocumentBuilder& builder_;
   std::vector<Point> scratch_;
-  std::vector<std::uint32_t> longest_;
 };
 
 struct Fields {
-  int layer = -1, paperSpace = -1, subClasses = -1, handle = -1, text = -1, level = -1,
-      cadType = -1, cadText = -1;
+  int layer = -1, paperSpace = -1, subClasses = -1, handle = -1, text = -1, level = -1;
 };
 
 Fields FieldsOf(OGRFeatureDefnH defn) {
@@ -472,8 +367,6 @@ Fields FieldsOf(OGRFeatureDefnH defn) {
   f.handle = OGR_FD_GetFieldIndex(defn, "EntityHandle");
   f.text = OGR_FD_GetFieldIndex(defn, "Text");
   f.level = OGR_FD_GetFieldIndex(defn, "Level");
-  f.cadType = OGR_FD_GetFieldIndex(defn, "cadgeom_type");
-  f.cadText = OGR_FD_GetFieldIndex(defn, "text");
   return f;
 }
 
@@ -482,16 +375,23 @@ const char* FieldText(OGRFeatureH feature, int index) {
   return OGR_F_GetFieldAsString(feature, index);
 }
 
-bool IsCadText(const char* type) {
-  return std::strcmp(type, "CADText") == 0 || std::strcmp(type, "CADMText") == 0 ||
-         std::strcmp(type, "CADAttdef") == 0 || std::strcmp(type, "CADAttrib") == 0;
+bool Has(const char* subClasses, const char* name) { return std::strstr(subClasses, name) != nullptr; }
+
+bool IsPoint(OGRGeometryH g) { return g == nullptr || wkbFlatten(OGR_G_GetGeometryType(g)) == wkbPoint; }
+
+// How a DXF text's codes are read: by its subclass, or where the file has no
+// subclass markers, by its version (R12 and older know no MTEXT).
+TextCodes DxfCodes(const char* subClasses, const std::string& version) {
+  if (Has(subClasses, "AcDbMText") || Has(subClasses, "AcDbMLeader")) return TextCodes::MText;
+  if (*subClasses != '\0') return TextCodes::Single;
+  return version >= "AC1012" ? TextCodes::MText : TextCodes::Single;
 }
 
-void ReadLayer(OGRLayerH layer, DrawingFormat format, Reader& reader, std::uint64_t& counter) {
+void ReadLayer(OGRLayerH layer, const FormatGuess& guess, DocumentBuilder& builder, Reader& reader,
+               std::uint64_t& counter) {
+  const DrawingFormat format = guess.format;
   const Fields f = FieldsOf(OGR_L_GetLayerDefn(layer));
-  const std::string cadLayerName = EnsureUtf8(OGR_L_GetName(layer));
   OGR_L_ResetReading(layer);
-  std::string levelName;
   while (FeaturePtr feature{OGR_L_GetNextFeature(layer)}) {
     OGRFeatureH ft = feature.get();
     if (f.paperSpace >= 0 && OGR_F_IsFieldSetAndNotNull(ft, f.paperSpace) &&
@@ -499,111 +399,68 @@ void ReadLayer(OGRLayerH layer, DrawingFormat format, Reader& reader, std::uint6
       continue;  // the sheet layouts, not the drawing
     }
     const Style style = ParseStyle(OGR_F_GetStyleString(ft));
-    Common c;
+    EntityStyle c;
     c.colour = style.hasColour ? style.colour : Rgb{255, 255, 255};
-    switch (format) {
-      case DrawingFormat::Dxf:
-        c.layer = reader.LayerFor(FieldText(ft, f.layer), c.colour);
-        c.handle = ParseHandle(FieldText(ft, f.handle));
-        if (c.handle == 0) c.handle = ++counter;
-        break;
-      case DrawingFormat::Dgn:
-        levelName = FieldText(ft, f.level);
-        c.layer = reader.LayerFor(levelName, c.colour);
-        c.handle = ++counter;
-        break;
-      default:
-        c.layer = reader.LayerFor(cadLayerName, c.colour);
-        c.handle = ++counter;
-        break;
-    }
+    const bool dxf = format == DrawingFormat::Dxf;
+    c.layer = builder.LayerFor(dxf ? FieldText(ft, f.layer) : FieldText(ft, f.level), c.colour);
+    c.handle = dxf ? ParseHandle(FieldText(ft, f.handle)) : 0;
+    if (c.handle == 0) c.handle = ++counter;
     OGRGeometryH g = OGR_F_GetGeometryRef(ft);
-    const char* text = "";
-    if (format == DrawingFormat::Dwg) {
-      if (IsCadText(FieldText(ft, f.cadType))) text = FieldText(ft, f.cadText);
-    } else {
-      text = FieldText(ft, f.text);
-    }
-    if (*text != '\0') {
-      std::string raw = EnsureUtf8(text);
-      std::string shown = format == DrawingFormat::Dgn ? raw : ShownTextOf(raw);
-      reader.AddText(g, c, std::move(raw), std::move(shown), style);
+    const char* subClasses = FieldText(ft, f.subClasses);
+    const char* text = FieldText(ft, f.text);
+    // GDAL gives a hatch its pattern's name as its text: it is no label.
+    const bool hatch = dxf && Has(subClasses, "AcDbHatch");
+    if (*text != '\0' && !hatch && IsPoint(g)) {
+      reader.AddText(g, c, EnsureUtf8(text), dxf ? DxfCodes(subClasses, guess.version) : TextCodes::Literal,
+                     style);
       continue;
     }
-    const bool arcHint = format == DrawingFormat::Dxf &&
-                         std::strstr(FieldText(ft, f.subClasses), "AcDbCircle") != nullptr;
-    reader.AddGeometry(g, c, arcHint);
+    Area area = Area::None;
+    if (hatch) area = std::strncmp(text, "SOLID", 5) == 0 ? Area::Filled : Area::Outline;
+    else if (dxf ? Has(subClasses, "AcDbTrace") : style.brush) area = Area::Filled;
+    reader.AddGeometry(g, c, dxf && Has(subClasses, "AcDbCircle"), area);
   }
-}
-
-std::string ReadHead(const std::string& path, bool& opened) {
-  std::ifstream in(path, std::ios::binary);
-  opened = static_cast<bool>(in);
-  std::string head(16384, '\0');
-  if (!opened) return {};
-  in.read(head.data(), static_cast<std::streamsize>(head.size()));
-  head.resize(static_cast<std::size_t>(in.gcount()));
-  return head;
 }
 
 }  // namespace
 
-LoadResult LoadDrawing(const std::string& path) {
+LoadResult ReadWithGdal(const std::string& path, const FormatGuess& guess) {
   LoadResult result;
-  try {
-    bool opened = false;
-    const std::string head = ReadHead(path, opened);
-    if (!opened) {
-      result.detail = "the file cannot be opened";
-      return result;
-    }
-    const FormatGuess guess = GuessFormat(path, head);
-    if (!guess.readable) {
-      result.detail = guess.detail;
-      return result;
-    }
-    RegisterDrivers();
-    QuietErrors quiet;
-    ConfigScope escapes("DXF_TRANSLATE_ESCAPE_SEQUENCES", "FALSE");
-    ConfigScope encoding("DXF_ENCODING", DxfTextIsUtf8(guess.version) ? "UTF-8" : nullptr);
-    const char* dxf[] = {"DXF", nullptr};
-    const char* cad[] = {"CAD", nullptr};
-    const char* dgn[] = {"DGN", nullptr};
-    const char* const* allowed = guess.format == DrawingFormat::Dxf   ? dxf
-                                 : guess.format == DrawingFormat::Dwg ? cad
-                                                                      : dgn;
-    DatasetPtr ds(GDALOpenEx(path.c_str(), GDAL_OF_VECTOR | GDAL_OF_READONLY, allowed, nullptr,
-                             nullptr));
-    if (!ds) {
-      const char* message = CPLGetLastErrorMsg();
-      result.detail = (message && *message) ? message : "the drawing cannot be read";
-      return result;
-    }
-    auto doc = std::make_unique<DrawingDocument>();
-    doc->format = guess.format;
-    doc->path = path;
-    Reader reader(*doc);
-    if (guess.format == DrawingFormat::Dxf) {
-      std::ifstream in(path, std::ios::binary);
-      reader.SeedLayers(ReadDxfLayerTable(in));
-    }
-    std::uint64_t counter = 0;
-    const int layerCount = GDALDatasetGetLayerCount(ds.get());
-    for (int i = 0; i < layerCount; ++i) {
-      ReadLayer(GDALDatasetGetLayer(ds.get(), i), guess.format, reader, counter);
-    }
-    reader.FinishTexts();
-    if (guess.format == DrawingFormat::Dgn) SortLevels(*doc);
-    doc->vertices.shrink_to_fit();
-    doc->entities.shrink_to_fit();
-    doc->texts.shrink_to_fit();
-    doc->arcs.shrink_to_fit();
-    doc->pool.shrink_to_fit();
-    result.document = std::move(doc);
-  } catch (const std::exception& e) {
-    result.document.reset();
-    result.detail = e.what();
+  RegisterDrivers();
+  QuietErrors quiet;
+  ConfigScope escapes("DXF_TRANSLATE_ESCAPE_SEQUENCES", "FALSE");
+  ConfigScope encoding("DXF_ENCODING", DxfTextIsUtf8(guess.version) ? "UTF-8" : nullptr);
+  const char* dxf[] = {"DXF", nullptr};
+  const char* dgn[] = {"DGN", nullptr};
+  const bool isDxf = guess.format == DrawingFormat::Dxf;
+  DatasetPtr ds(GDALOpenEx(path.c_str(), GDAL_OF_VECTOR | GDAL_OF_READONLY, isDxf ? dxf : dgn,
+                           nullptr, nullptr));
+  if (!ds) {
+    const char* message = CPLGetLastErrorMsg();
+    result.detail = std::string(messages::ReasonUnreadable) +
+                    ((message && *message) ? message : "it holds no drawing that GDAL can read") + ".";
+    return result;
   }
+  auto doc = std::make_unique<DrawingDocument>();
+  doc->format = guess.format;
+  doc->version = guess.version;
+  doc->path = path;
+  DocumentBuilder builder(*doc);
+  Reader reader(builder);
+  if (isDxf) {
+    std::ifstream in(path, std::ios::binary);
+    DxfTables tables = ReadDxfTables(in);
+    reader.SeedLayers(tables.layers);
+    for (auto& [type, count] : tables.entityCounts) doc->fileCounts.push_back({type, count});
+  }
+  std::uint64_t counter = 0;
+  const int layerCount = GDALDatasetGetLayerCount(ds.get());
+  for (int i = 0; i < layerCount; ++i) {
+    ReadLayer(GDALDatasetGetLayer(ds.get(), i), guess, builder, reader, counter);
+  }
+  builder.Finish();
+  if (guess.format == DrawingFormat::Dgn) SortLevels(*doc);
+  result.document = std::move(doc);
   return result;
 }
 
@@ -611,12 +468,13 @@ long long ReadFeaturesOnly(const std::string& path) {
   bool opened = false;
   const std::string head = ReadHead(path, opened);
   const FormatGuess guess = GuessFormat(path, head);
-  if (!opened || !guess.readable) return -1;
+  if (!opened || !guess.readable || guess.format == DrawingFormat::Dwg) return -1;
   RegisterDrivers();
   QuietErrors quiet;
   ConfigScope escapes("DXF_TRANSLATE_ESCAPE_SEQUENCES", "FALSE");
   ConfigScope encoding("DXF_ENCODING", DxfTextIsUtf8(guess.version) ? "UTF-8" : nullptr);
-  DatasetPtr ds(GDALOpenEx(path.c_str(), GDAL_OF_VECTOR | GDAL_OF_READONLY, nullptr, nullptr, nullptr));
+  const char* drivers[] = {"DXF", "DGN", nullptr};
+  DatasetPtr ds(GDALOpenEx(path.c_str(), GDAL_OF_VECTOR | GDAL_OF_READONLY, drivers, nullptr, nullptr));
   if (!ds) return -1;
   long long count = 0;
   for (int i = 0; i < GDALDatasetGetLayerCount(ds.get()); ++i) {
