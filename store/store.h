@@ -23,6 +23,7 @@ inline constexpr int UpdateWithoutEdit = 3020;   // a field written outside AddN
 inline constexpr int NoCurrentRecord = 3021;     // at EOF or BOF, or an empty recordset
 inline constexpr int DuplicateKey = 3022;        // a duplicate value in a unique index
 inline constexpr int FileNotFound = 3024;
+inline constexpr int DiskFull = 3026;            // "Not enough space on disk."
 inline constexpr int ReadOnlyRecordset = 3027;
 inline constexpr int DiskError = 3043;
 inline constexpr int CorruptFile = 3049;
@@ -128,19 +129,43 @@ class Database {
   std::vector<IndexDef> Indexes(std::string_view table) const;
   // A walk over every page: false for a file damaged or cut short.
   bool IsIntact() const;
+  // Whether a change could be written here: a write is begun and rolled back,
+  // so the file and its folder are asked as a save would ask them. False for
+  // a read-only file or folder; a file that another program is writing is not
+  // read-only and answers true.
+  bool AcceptsWrites();
 
   struct Connection;
 
  private:
+  friend class Transaction;
   explicit Database(std::shared_ptr<Connection> connection);
   Connection& Live() const;
   std::vector<FieldInfo> TableFieldsOf(std::string_view source, std::string_view table) const;
   std::shared_ptr<Connection> connection_;
 };
 
+// A write transaction on one opening: what is written through the database
+// and its recordsets from the start until Commit becomes part of the file all
+// at once, or, when Commit is not reached or fails, not at all. A process
+// that dies inside it leaves the file as it was before it began.
+class Transaction {
+ public:
+  explicit Transaction(Database& database);
+  Transaction(const Transaction&) = delete;
+  Transaction& operator=(const Transaction&) = delete;
+  ~Transaction();  // rolls back what was not committed
+  void Commit();
+
+ private:
+  Database& database_;
+  bool open_ = true;
+};
+
 // A dynaset: the rows of the source as they were when it opened, plus those
 // added through it. Moves walk that list; AddNew, Edit and Update write
-// through at once, each Update its own committed change.
+// through at once, each Update its own committed change unless a Transaction
+// of the same opening holds it.
 class Recordset {
  public:
   Recordset();
