@@ -33,9 +33,12 @@ constexpr int kBusyWaitMs = 3000;
 
 // What the system said when a write or an opening failed underneath SQLite:
 // a disk with no room, or a file or folder that may not be written, each have
-// their own number; anything else is a failure of the disk.
+// their own number; anything else is a failure of the disk. SQLite keeps the
+// system's error of the connection, or else of the file's last failed call.
 int SystemFailure(sqlite3* db, int otherwise) {
-  switch (db ? sqlite3_system_errno(db) : 0) {
+  int error = db ? sqlite3_system_errno(db) : 0;
+  if (error == 0 && db) sqlite3_file_control(db, "main", SQLITE_FCNTL_LAST_ERRNO, &error);
+  switch (error) {
     case ENOSPC:
     case EFBIG:
     case EDQUOT:
@@ -516,7 +519,7 @@ std::vector<IndexDef> Database::Indexes(std::string_view table) const {
 bool Database::IsIntact() const {
   try {
     sqlite3* db = Live().db;
-    Statement statement = Prepare(db, "PRAGMA quick_check");
+    Statement statement = Prepare(db, "PRAGMA integrity_check");
     return Step(db, statement.get()) && Column(statement.get(), 0).AsText() == "ok";
   } catch (const StoreError&) {
     return false;

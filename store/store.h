@@ -127,7 +127,7 @@ class Database {
   // Throws 3078 when the table does not exist. Names compare without case.
   std::vector<FieldInfo> Fields(std::string_view table) const;
   std::vector<IndexDef> Indexes(std::string_view table) const;
-  // A walk over every page: false for a file damaged or cut short.
+  // A walk over every page and index: false for a file damaged or cut short.
   bool IsIntact() const;
   // Whether a change could be written here: a write is begun and rolled back,
   // so the file and its folder are asked as a save would ask them. False for
