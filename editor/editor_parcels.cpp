@@ -48,15 +48,22 @@ std::optional<long> StoredWhole(const Recordset& rs, std::string_view name) {
   }
 }
 
+// A stored number as its field shows it, or the empty text (a field not
+// keyed) when it is none that the field could hold and compute with.
+std::string StoredNumber(const Recordset& rs, std::string_view name) {
+  const std::string text = StoredText(rs, name);
+  return ResumeNext([&] { ReadNumber(text); }) ? text : "";
+}
+
 // One stored course as the rows show it. RowType 1 is a line and any other
 // number a curve; a type that does not read is told by the curve's own
 // fields. A sign that does not read leaves both boxes grey.
 Course StoredCourse(const Recordset& rs) {
   Course course;
   const std::string direction = StoredText(rs, "Direction");
-  const std::string length = StoredText(rs, "Length");
-  const std::string arc = StoredText(rs, "Arc");
-  const std::string radius = StoredText(rs, "Radius");
+  const std::string length = StoredNumber(rs, "Length");
+  const std::string arc = StoredNumber(rs, "Arc");
+  const std::string radius = StoredNumber(rs, "Radius");
   const std::optional<long> type = StoredWhole(rs, "RowType");
   const bool line = type ? *type == 1 : arc.empty() && radius.empty();
   if (line) {
