@@ -197,7 +197,11 @@ bool CheckProjectFile(ProjectState& state, Prompter& prompter) {
       if (!FileExists(state.DrawingFile)) state.DrawingFile = DefaultDrawingPath(state.AppDirectory);
       return true;
     }
-  } catch (const RunError&) {
+  } catch (const RunError& e) {
+    if (e.Code() == errors::InvalidPath) {
+      missing = messages::PathTooLongStart + std::to_string(Database::PathLimit()) +
+                messages::PathTooLongEnd;
+    }
   }
   Inform(prompter, messages::CantOpenProject + state.ProjectFile + (missing.empty() ? "" : "\n") +
                        missing);

@@ -372,7 +372,25 @@ Database::Database(Database&&) noexcept = default;
 Database& Database::operator=(Database&&) noexcept = default;
 Database::~Database() = default;
 
+std::size_t Database::PathLimit() {
+  // The journal beside the file takes the file's path and "-journal": both
+  // must fit in the longest path SQLite opens.
+  const sqlite3_vfs* vfs = sqlite3_vfs_find(nullptr);
+  return vfs ? static_cast<std::size_t>(vfs->mxPathname) - std::string_view("-journal").size() : 0;
+}
+
+namespace {
+void CheckPathLength(const std::filesystem::path& path) {
+  std::error_code ec;
+  const std::filesystem::path whole = std::filesystem::absolute(path, ec);
+  if (!ec && whole.native().size() > Database::PathLimit()) {
+    throw StoreError(errors::InvalidPath, "'" + path.string() + "' is longer than a path can be.");
+  }
+}
+}  // namespace
+
 Database Database::Open(const std::filesystem::path& path, OpenMode mode) {
+  CheckPathLength(path);
   std::error_code ec;
   if (!std::filesystem::is_regular_file(path, ec)) {
     throw StoreError(errors::FileNotFound, "Could not find file '" + path.string() + "'.");
@@ -390,6 +408,7 @@ Database Database::Open(const std::filesystem::path& path, OpenMode mode) {
 }
 
 Database Database::Create(const std::filesystem::path& path) {
+  CheckPathLength(path);
   std::error_code ec;
   if (std::filesystem::exists(path, ec)) {
     throw StoreError(errors::DatabaseExists, "Database '" + path.string() + "' already exists.");

@@ -26,6 +26,7 @@ inline constexpr int FileNotFound = 3024;
 inline constexpr int DiskFull = 3026;            // "Not enough space on disk."
 inline constexpr int ReadOnlyRecordset = 3027;
 inline constexpr int DiskError = 3043;
+inline constexpr int InvalidPath = 3044;         // a path longer than a database's path can be
 inline constexpr int CorruptFile = 3049;
 inline constexpr int ReadOnlyFile = 3051;
 inline constexpr int TooFewParameters = 3061;    // a query names a column that does not exist
@@ -94,10 +95,13 @@ class ForwardCursor;
 class Database {
  public:
   // Opens an existing file. A missing file is 3024, a file that is no
-  // database 3343.
+  // database 3343, a path longer than PathLimit() 3044.
   static Database Open(const std::filesystem::path& path, OpenMode mode = OpenMode::Shared);
   // Makes a new, empty database file; an existing file is 3204.
   static Database Create(const std::filesystem::path& path);
+  // The longest full path, in bytes, of a file the store can open: shorter
+  // than many a file system allows.
+  static std::size_t PathLimit();
 
   Database();
   Database(Database&&) noexcept;
