@@ -76,8 +76,10 @@ bool Shell::Start(const std::string& commandLine) {
   // whatever its failure, leaves it running without that project.
   try {
     opener.OpenFromCommandLine(commandLine);
-  } catch (const RunError& e) {
-    Inform(prompter, UnknownErrorText(e.Code()), MsgIcon::Critical, messages::UnknownErrorTitle);
+  } catch (const std::exception& e) {
+    const auto* known = dynamic_cast<const RunError*>(&e);
+    const int number = known ? known->Code() : static_cast<int>(ErrorNumber::InvalidCall);
+    Inform(prompter, UnknownErrorText(number), MsgIcon::Critical, messages::UnknownErrorTitle);
   }
   return true;
 }

@@ -67,6 +67,8 @@ inline constexpr const char* TableMissingStart = "The table ";
 inline constexpr const char* TableMissingEnd = " is missing.";
 inline constexpr const char* ColumnMissingStart = "The column ";
 inline constexpr const char* ColumnMissingMiddle = " is missing from ";
+inline constexpr const char* PlaceHolds = " of tblSetting holds ";
+inline constexpr const char* PlaceEnd = ", which is no place from 1 to 4.";
 inline constexpr const char* PathTooLongStart = "Its path is longer than the ";
 inline constexpr const char* PathTooLongEnd = " characters a project's path can have.";
 // A project that opens but cannot take parcels: said once at the opening,

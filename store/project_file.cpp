@@ -177,6 +177,25 @@ std::string MissingForParcels(const Database& db) {
   return "";
 }
 
+// A place of a curve field outside 1 to 4 cannot lay out the rows: named for
+// the surveyor, or empty when every place that reads is one of them.
+std::string PlaceOutOfRange(const Recordset& settings) {
+  for (const char* name : {"txtArc", "txtChord", "txtRadius", "txtBearing"}) {
+    int place = 1;
+    try {
+      const Value value = settings.Get(name);
+      if (!value.IsNull()) place = value.AsInteger();
+    } catch (const RunError&) {
+      // A place that does not read ends the reading of the settings, as ever.
+    }
+    if (place < 1 || place > 4) {
+      return std::string(messages::ColumnMissingStart) + name + messages::PlaceHolds +
+             std::to_string(place) + messages::PlaceEnd;
+    }
+  }
+  return "";
+}
+
 }  // namespace
 
 bool CheckProjectFile(ProjectState& state, Prompter& prompter) {
@@ -187,6 +206,11 @@ bool CheckProjectFile(ProjectState& state, Prompter& prompter) {
     // over every page keeps it from becoming the current project.
     if (!db.IsIntact()) throw StoreError(errors::CorruptFile, "damaged");
     missing = MissingForParcels(db);
+    if (missing.empty()) {
+      Recordset rs = db.OpenRecordset("tblsetting");
+      rs.MoveFirst();
+      missing = PlaceOutOfRange(rs);
+    }
     if (missing.empty()) {
       Recordset rs = db.OpenRecordset("tblsetting");
       rs.MoveFirst();
@@ -213,9 +237,10 @@ std::string ProjectWriteRefusal(const std::string& projectFile) {
   try {
     Database db = Database::Open(NativePath(projectFile));
     for (const TableDef& table : {ParcelTable(), MeasurementTable()}) {
-      for (const std::string& column : MissingColumns(db, table)) {
-        return start + messages::LacksColumnMiddle + column + messages::LacksColumnOf + table.Name +
-               messages::CannotTakeParcels;
+      const std::vector<std::string> missing = MissingColumns(db, table);
+      if (!missing.empty()) {
+        return start + messages::LacksColumnMiddle + missing.front() + messages::LacksColumnOf +
+               table.Name + messages::CannotTakeParcels;
       }
     }
     if (db.AcceptsWrites()) return "";

@@ -149,7 +149,10 @@ const Damage kRefused[] = {
     Damage{"NoParcelTable", "DROP TABLE tblParcel", false,
            {kCantOpen + "The table tblParcel is missing."}},
     Damage{"NoRowNumber", "ALTER TABLE tblMeasurements DROP COLUMN RowNo", false,
-           {kCantOpen + "The column RowNo is missing from tblMeasurements."}}};
+           {kCantOpen + "The column RowNo is missing from tblMeasurements."}},
+    // The rows cannot be laid out with a curve field in a ninth place.
+    Damage{"CurveFieldOutOfPlace", "UPDATE tblSetting SET txtRadius = 9", false,
+           {kCantOpen + "The column txtRadius of tblSetting holds 9, which is no place from 1 to 4."}}};
 
 INSTANTIATE_TEST_SUITE_P(Refused, DamagedProject, ::testing::ValuesIn(kRefused),
                          [](const auto& param) { return std::string(param.param.name); });
