@@ -151,6 +151,9 @@ TEST_F(ParcelCommand, DamagedProjectsAreListedAsFarAsTheyCanBeOrRefused) {
 }
 
 TEST_F(ParcelCommand, AReadOnlyProjectRefusesAddAndDelete) {
+  // Readable by the user who is not root; its folder open to them.
+  fs::permissions(dir.path(), fs::perms::owner_all | fs::perms::group_read | fs::perms::group_exec |
+                                  fs::perms::others_read | fs::perms::others_exec);
   fs::permissions(Project(), fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
   const auto outcome = RunInChild({.unprivileged = true, .fileSizeLimit = {}}, [&] {
     const Outcome added = Parcel({"add", Project(), "Lot 104", "-"}, kLot103);
