@@ -11,8 +11,8 @@
 #include <QComboBox>
 
 #include "store/store.h"
-#include "tests/store/temp_dir.h"
 #include "tests/support/scripted_prompter.h"
+#include "tests/ui/program_dir.h"
 #include "tests/ui/ui_app.h"
 #include "ui/course_row_view.h"
 #include "ui/editor_window.h"
@@ -25,7 +25,6 @@ namespace fs = std::filesystem;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using parvenna::testing::ScriptedPrompter;
-using parvenna::testing::TempDir;
 
 struct Damage {
   const char* name;
@@ -46,13 +45,9 @@ class DamagedProject : public ::testing::TestWithParam<Damage> {
  protected:
   DamagedProject() {
     testing::TestApp();
-    for (const char* file : {"ParvennaPro.pvs", "sample_feet.pvd", "sample_feet.dxf", "default.dxf"}) {
-      fs::copy_file(fs::path(PARVENNA_APP_DIR) / file, dir / file);
-    }
-    store::Database db = store::Database::Open(dir / "ParvennaPro.pvs");
-    db.Execute("UPDATE tblSetting SET FirstRun = 0");
     // The sample's entry as the first start leaves it, with this directory.
-    db.Execute("UPDATE tblRecentProject SET ProjectLocation = '" + dir.WithSeparator() + "'");
+    store::Database::Open(dir / "ParvennaPro.pvs")
+        .Execute("UPDATE tblRecentProject SET ProjectLocation = '" + dir.WithSeparator() + "'");
   }
 
   // The recent table as rows of text, oldest first.
@@ -73,7 +68,7 @@ class DamagedProject : public ::testing::TestWithParam<Damage> {
     return path.string();
   }
 
-  TempDir dir;
+  testing::ProgramDir dir;
   ScriptedPrompter prompter;
 };
 
@@ -100,7 +95,7 @@ TEST_P(DamagedProject, FromTheCommandLineLeavesTheProgramRunning) {
     EXPECT_EQ(window.Editor().Row(0).Field(CourseField::DistanceLine)->text().toStdString(),
               GetParam().firstDistance);
     // Every parcel chosen in the list as the mouse chooses it.
-    auto* list = window.Editor().findChild<QComboBox*>();
+    auto* list = window.Editor().findChild<QComboBox*>("cbxParcel");
     ASSERT_NE(list, nullptr);
     prompter.shown.clear();
     for (int i = 0; i < list->count(); ++i) Q_EMIT list->activated(i);
@@ -116,7 +111,7 @@ class RefusedProject : public DamagedProject {};
 
 TEST_P(RefusedProject, FromTheHistoryLeavesThePreviousProjectOpen) {
   const std::string path = Damaged(GetParam().sql);
-  const std::string sample = (dir / "sample_feet.pvd").string();
+  const std::string sample = dir.Sample();
   {
     store::Database db = store::Database::Open(dir / "ParvennaPro.pvs");
     db.Execute("INSERT INTO tblRecentProject (ProjectName, ProjectLocation) VALUES ('damaged.pvd', '" +

@@ -109,8 +109,10 @@ TEST_F(EditorWindowTest, TypingRowZeroShowsClosureAndOpensTheNextRow) {
 
 TEST_F(EditorWindowTest, TheNameBoxTakesNoMoreThanTheFiftyCharactersAParcelNameHolds) {
   QTest::mouseClick(window.cmdInsert(), Qt::LeftButton);
-  QTest::keyClicks(window.txtParcel(), QString(60, 'x'));
-  EXPECT_EQ(window.txtParcel()->text(), QString(50, 'x'));
+  auto* name = window.findChild<QLineEdit*>("txtParcel");
+  ASSERT_NE(name, nullptr);
+  QTest::keyClicks(name, QString(60, 'x'));
+  EXPECT_EQ(name->text(), QString(50, 'x'));
   EXPECT_EQ(form.txtParcel.Text, std::string(50, 'x'));
 }
 
