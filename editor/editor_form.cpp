@@ -109,6 +109,7 @@ void EditorForm::MoveFocus(int row, CourseField field) {
 
 void EditorForm::ClearGrid() {
   grab.ParcelChanged();  // the labels of the last parcel may be grabbed again
+  parcelOnShow_ = false;
   LayoutArcFields();
   txtParcel.Text.clear();
   for (int i = 0; i < CourseLimit; ++i) {
@@ -152,7 +153,9 @@ void EditorForm::ResetEditor() {
 }
 
 void EditorForm::SetEditing(bool flag) {
-  cmdEdit.Enabled = menus.mnuEditMode.Enabled = menus.mnuPopEdit.Enabled = !flag;
+  // Edit changes the parcel on show: with none on show there is nothing to
+  // change, and a save would write into a parcel that is not there.
+  cmdEdit.Enabled = menus.mnuEditMode.Enabled = menus.mnuPopEdit.Enabled = !flag && parcelOnShow_;
   cmdSave.Enabled = menus.mnuSaveParcel.Enabled = flag;
   cmdCancel.Enabled = menus.mnuCancelParcel.Enabled = flag;
   cmdInsert.Enabled = menus.mnuInsertParcel.Enabled = !flag;
@@ -264,6 +267,12 @@ void EditorForm::cmdInsert_Click() {
   cmdDelete.Enabled = menus.mnuDeleteParcel.Enabled = false;
   InsertingParcel = true;
   SetFocus({FocusKind::Parcel});
+}
+
+void EditorForm::StartParcelFromRowMenu() {
+  if (InsertingParcel || parcelOnShow_) return;
+  InsertingParcel = true;
+  cmdDelete.Enabled = menus.mnuDeleteParcel.Enabled = false;
 }
 
 void EditorForm::cmdCancel_Click() {

@@ -3,6 +3,7 @@
 #include <array>
 #include <deque>
 #include <string>
+#include <vector>
 
 #include "editor/editor_host.h"
 #include "editor/grab_state.h"
@@ -12,7 +13,12 @@
 #include "platform/canvas.h"
 #include "platform/controls.h"
 #include "platform/prompter.h"
+#include "platform/run_error.h"
 #include "store/project_state.h"
+
+namespace parvenna::store {
+class Database;
+}
 
 namespace parvenna::editor {
 
@@ -191,7 +197,9 @@ class EditorForm : public CourseGrid {
   void cmdInsert_Click();  // also mnuInsertParcel
   void cmdCancel_Click();
   void mnuCancelParcel_Click();
-  void Insert_Proc(int row);
+  // False when the surveyor chose to keep course 50, which the insertion
+  // would have pushed off the grid: nothing moved then.
+  bool Insert_Proc(int row);
   void Delete_Proc(int row);
   void ClearRow(int row);
   void mnuInsertBefore_Click();
@@ -206,6 +214,9 @@ class EditorForm : public CourseGrid {
   bool RowCommandsEnabled() const;
 
   // ---- Parcel life ------------------------------------------------------------
+  // A stored parcel is read whatever the file holds: a Null or a text where a
+  // number belongs, a column missing, no courses at all. The parcel shows what
+  // can be shown of it, and a project that cannot be read says so in a box.
   void Parcel_Bound();
   void Show_Parcels();
   void Show_Detail();
@@ -213,11 +224,24 @@ class EditorForm : public CourseGrid {
   void cmdNext_Click();
   void cmdPrevious_Click();
   bool ValidateParcel();
-  void cmdSave_Click();
+  // Saving writes the parcel whole or not at all. A store that refuses (a
+  // read-only project, a full disk, a locked or damaged file) is named in a
+  // box and the parcel stays on screen in Editing; only a duplicate name has
+  // the words of its own. True when the parcel was stored.
+  bool cmdSave_Click();
   bool InsertParcel();
   bool UpdateParcel();
-  void WriteRows();
-  void Delete_Parcel();
+  // The courses of the open rows into tblMeasurements under `parcelId`,
+  // through the opening of the save that holds the transaction.
+  void WriteRows(store::Database& db, long parcelId);
+  // True when the parcel was deleted.
+  bool Delete_Parcel();
+  // The rows filled with a parcel's courses from row 0, as loading a stored
+  // parcel fills them, with one open empty row after the last when there is
+  // room. Nothing is computed while they fill.
+  void FillRows(const std::vector<Course>& courses);
+  // The rows hold the parcel selected in the list, as it was loaded or saved.
+  bool ParcelOnShow() const { return parcelOnShow_; }
   // True when the window may close.
   bool Form_QueryUnload();
 
@@ -245,6 +269,17 @@ class EditorForm : public CourseGrid {
   void Recalculate();
   int batchDepth_ = 0;
   bool recalcPending_ = false;
+  bool parcelOnShow_ = false;
+  // A row-menu command with no parcel on show starts a new parcel: it never
+  // edits the one shown last.
+  void StartParcelFromRowMenu();
+  // What the store could not keep as the surveyor sees it: a name over 50
+  // characters, a course of the rows to be written that is blank or holds a
+  // number that does not read. Names the course in a box; false then.
+  bool CheckStorable(bool allOpenRows);
+  int RowsWritten() const;
+  bool RowIsBlank(int row) const;
+  void ReportStoreFailure(const char* action, const RunError& failure);
   double NormalPictureWidth = 4995;
   double NormalPictureHeight = 4995;
 };

@@ -262,6 +262,7 @@ void EditorForm::mnuChangeLineCurve_Click() {
 }
 
 void EditorForm::mnuPopChangeLineCurve_Click() {
+  StartParcelFromRowMenu();
   mnuChangeLineCurve_Click();
   SetFieldsEnabled(true);
 }
@@ -293,13 +294,19 @@ void CheckRow(int row) {
 }
 }  // namespace
 
-void EditorForm::Insert_Proc(int row) {
+bool EditorForm::Insert_Proc(int row) {
   CheckRow(row);
+  // Every insertion moves the last row off the grid; a course there is asked for.
+  if (!RowIsBlank(CourseLimit - 1) &&
+      !AskYesNo(prompter, messages::DropLastCourse, MsgIcon::Question, kDefaultTitle, 2)) {
+    return false;
+  }
   ChangeBatch batch(*this);
   const double h = frameLine[row].Visible ? frameLine[row].Height : frameArc[row].Height;
   // The course in the last row falls off the end.
   for (int i = CourseLimit - 1; i >= row + 1; --i) CopyRow(i, i - 1, h, false);
   ClearRow(row);
+  return true;
 }
 
 void EditorForm::Delete_Proc(int row) {
@@ -334,12 +341,13 @@ void EditorForm::ClearRow(int row) {
 
 void EditorForm::mnuInsertBefore_Click() {
   if (CurrentRow >= CourseLimit) return;
-  Insert_Proc(CurrentRow);
+  if (!Insert_Proc(CurrentRow)) return;
   SetEditing(true);
 }
 
 void EditorForm::mnuPopInsertBefore_Click() {
-  Insert_Proc(CurrentRow);
+  StartParcelFromRowMenu();
+  if (!Insert_Proc(CurrentRow)) return;
   SetFieldsEnabled(true);
   SetEditing(true);
 }
@@ -357,8 +365,9 @@ void EditorForm::mnuPopInsertAfter_Click() {
   if (CurrentRow == CourseLimit - 1) {
     Inform(prompter, messages::MaximumCoursesStart + std::to_string(CourseLimit) + ".");
   } else if (CurrentRow < CourseLimit - 1) {
+    StartParcelFromRowMenu();
     SetEditing(true);
-    Insert_Proc(CurrentRow + 1);
+    if (!Insert_Proc(CurrentRow + 1)) return;
     SetFieldsEnabled(true);
     SetEditing(true);
   }
@@ -371,6 +380,7 @@ void EditorForm::mnuDeleteCourse_Click() {
 }
 
 void EditorForm::mnuPopDelete_Click() {
+  StartParcelFromRowMenu();
   Delete_Proc(CurrentRow);
   SetFieldsEnabled(true);
   SetEditing(true);

@@ -21,6 +21,26 @@ inline constexpr const char* TooManyCoursesStart = "This parcel has ";
 inline constexpr const char* TooManyCoursesEnd =
     " courses, more than the 50 that the editor can hold. It is left as it is stored "
     "and cannot be shown here.";
+// A save or a delete that the store refused: the parcel, the project and
+// the reason, and what became of the work.
+inline constexpr const char* ParcelStart = "The parcel ";
+inline constexpr const char* NotSavedTo = " could not be saved to the project ";
+inline constexpr const char* NotDeletedFrom = " could not be deleted from the project ";
+inline constexpr const char* NothingChanged =
+    ".\nNothing was changed in the project, and the parcel stays on screen.";
+// What the store could not keep as the rows hold it.
+inline constexpr const char* NameTooLong =
+    "The parcel name can be at most 50 characters long. Shorten it and save again.";
+inline constexpr const char* CourseStart = "Course ";
+inline constexpr const char* CourseBlank =
+    " is blank. Key it, or delete the course, and save again.";
+inline constexpr const char* CourseCannotSave = " cannot be saved: its ";
+inline constexpr const char* FieldEmpty = " is empty. Key it, or delete the course, and save again.";
+inline constexpr const char* FieldNoNumber = " is not a number.";
+// An insertion that would push the last course off the grid.
+inline constexpr const char* DropLastCourse =
+    "Course 50 is the last the parcel can hold, and inserting a course pushes it off the grid. "
+    "Insert all the same and lose course 50?";
 inline constexpr const char* ConfirmDeleteParcel =
     "Are you sure you want to delete the current parcel?";
 inline constexpr const char* ExitParvenna = "Exit Parvenna?";

@@ -72,7 +72,15 @@ bool Shell::Start(const std::string& commandLine) {
   // The drawing fills the main window; the editor stands in its place above it.
   frmView.mnuNativeView_Click(windows.AreaWidth(), windows.AreaHeight());
   windows.ShowEditor();
-  opener.OpenFromCommandLine(commandLine);
+  // The program is up: a project of the command line that fails to open,
+  // whatever its failure, leaves it running without that project.
+  try {
+    opener.OpenFromCommandLine(commandLine);
+  } catch (const std::exception& e) {
+    const auto* known = dynamic_cast<const RunError*>(&e);
+    const int number = known ? known->Code() : static_cast<int>(ErrorNumber::InvalidCall);
+    Inform(prompter, UnknownErrorText(number), MsgIcon::Critical, messages::UnknownErrorTitle);
+  }
   return true;
 }
 

@@ -65,6 +65,33 @@ inline constexpr const char* SaveBeforeNew = "Please save the current parcel bef
 inline constexpr const char* SaveBeforeAnother =
     "Please save the current parcel before opening another project.";
 inline constexpr const char* CantOpenProject = "Can't open the project: ";
+// Why a project cannot be opened, on the line after the path.
+inline constexpr const char* TableMissingStart = "The table ";
+inline constexpr const char* TableMissingEnd = " is missing.";
+inline constexpr const char* ColumnMissingStart = "The column ";
+inline constexpr const char* ColumnMissingMiddle = " is missing from ";
+inline constexpr const char* PlaceHolds = " of tblSetting holds ";
+inline constexpr const char* PlaceEnd = ", which is no place from 1 to 4.";
+inline constexpr const char* PathTooLongStart = "Its path is longer than the ";
+inline constexpr const char* PathTooLongEnd = " characters a project's path can have.";
+// A project that opens but cannot take parcels: said once at the opening,
+// and again at each save or delete that it refuses.
+inline constexpr const char* ProjectStart = "The project ";
+inline constexpr const char* ReadOnlyEnd = " is read-only. Parcels cannot be saved to it.";
+inline constexpr const char* LacksColumnMiddle = " lacks the column ";
+inline constexpr const char* LacksColumnOf = " of ";
+inline constexpr const char* CannotTakeParcels = ". Parcels cannot be saved to it.";
+// The reason a write to a project failed, as it ends a sentence.
+inline constexpr const char* ReasonDiskFull = "the disk is full";
+inline constexpr const char* ReasonReadOnly = "the project is read-only";
+inline constexpr const char* ReasonLocked = "another program is using the project";
+inline constexpr const char* ReasonDiskError = "the disk could not be written";
+inline constexpr const char* ReasonDamaged = "the project file is damaged";
+inline constexpr const char* ReasonNotFound = "the project file cannot be found";
+inline constexpr const char* ReasonSchema = "the project lacks a table or column of its parcels";
+inline constexpr const char* ReasonParcelGone = "the parcel is no longer in the project";
+inline constexpr const char* ReasonTooLong = "a text is longer than its field can hold";
+inline constexpr const char* ReasonOtherStart = "error ";
 inline constexpr const char* CantOpenDrawingStart = "Can't open the associated drawing: ";
 inline constexpr const char* CantOpenDrawingEnd =
     ". The default drawing will be opened. Please relocate the drawing.";

@@ -61,9 +61,23 @@ void MakeProjectFile(const std::string& path, const std::string& drawing, const 
 bool SaveProjectSetting(const ProjectState& state, Prompter& prompter, int position,
                         const Value& value);
 
-// Proves that ProjectFile opens and reads its drawing path: DrawingFile
-// takes it, resolved, or the default drawing when that is not there. On a
-// failure "Can't open the project: " and the path, and false.
+inline constexpr int kParcelNameLimit = 50;  // characters of tblParcel.Parcel
+
+// Proves that ProjectFile opens, reads its drawing path and holds what its
+// parcels are listed and found by: the three tables, the key and name of
+// tblParcel, the key and row number of tblMeasurements. DrawingFile takes
+// the drawing path, resolved, or the default drawing when that is not there.
+// On a failure "Can't open the project: " and the path, with the missing
+// table or column named on the next line, and false.
 bool CheckProjectFile(ProjectState& state, Prompter& prompter);
+
+// Why parcels cannot be saved to a project that opens: a column of a parcel
+// or of its courses is missing, or the file or its folder does not take
+// writes. The sentence to show, or empty when parcels can be saved.
+std::string ProjectWriteRefusal(const std::string& projectFile);
+
+// The reason a write to the project failed, as the end of a sentence: "the
+// disk is full", "the project is read-only", ...
+std::string StoreFailureReason(const RunError& failure);
 
 }  // namespace parvenna::store

@@ -49,7 +49,7 @@ bool ProjectOpener::OpenCurrent(Entrance entrance, const std::string& previous) 
     state_.ProjectFile = previous;
     return false;
   }
-  store_.RecordRecentProject(state_.ProjectFile, prompter_);
+  state_.ReadOnlyMessage = ProjectWriteRefusal(state_.ProjectFile);
   LoadProjectSettings();
   windows_.ShowForeColourMenu(state_.ForeColourNumber);
   windows_.ShowBackColourMenu();
@@ -60,6 +60,9 @@ bool ProjectOpener::OpenCurrent(Entrance entrance, const std::string& previous) 
   OpenDrawing();
   windows_.ShowDrawingPath(state_.DrawingFile);
   windows_.ClearEditingFlag();
+  // Only a project that has opened goes to the top of the recent list.
+  store_.RecordRecentProject(state_.ProjectFile, prompter_);
+  if (!state_.ReadOnlyMessage.empty()) Inform(prompter_, state_.ReadOnlyMessage);
   if (!LoadRecentAndCaptions()) {
     // The words claim more than happened: the project is loaded and stays so.
     Inform(prompter_, entrance == Entrance::Open ? messages::OpenRecentFailed
@@ -131,6 +134,7 @@ void ProjectOpener::OpenFromCommandLine(const std::string& commandLine) {
 }
 
 void ProjectOpener::OpenCreated() {
+  state_.ReadOnlyMessage.clear();  // a project just made takes parcels
   windows_.ShowEditor();
   LoadProjectSettings();
   windows_.ShowForeColourMenu(state_.ForeColourNumber);

@@ -29,6 +29,9 @@ struct ProjectState {
   std::string ProjectFile;   // full path of the open project; empty while none is open
   std::string DrawingFile;   // full path of the linked drawing, resolved
   std::array<std::string, kRecentCount> RecentProjects;  // index 0 the newest
+  // Why parcels cannot be saved to the open project (a read-only file or
+  // folder, a column missing); empty when they can.
+  std::string ReadOnlyMessage;
 
   ArcFieldOrder ArcOrder;
   double ClosureToleranceValue = 0.01;

@@ -31,11 +31,36 @@ bool Contains(const std::string& haystack, std::string_view needle) {
 // before it reports the file locked.
 constexpr int kBusyWaitMs = 3000;
 
+// What the system said when a write or an opening failed underneath SQLite:
+// a disk with no room, or a file or folder that may not be written, each have
+// their own number; anything else is a failure of the disk. SQLite keeps the
+// system's error of the connection, or else of the file's last failed call.
+int SystemFailure(sqlite3* db, int otherwise) {
+  int error = db ? sqlite3_system_errno(db) : 0;
+  if (error == 0 && db) sqlite3_file_control(db, "main", SQLITE_FCNTL_LAST_ERRNO, &error);
+  switch (error) {
+    case ENOSPC:
+    case EFBIG:
+    case EDQUOT:
+      return errors::DiskFull;
+    case EACCES:
+    case EPERM:
+    case EROFS:
+      return errors::ReadOnlyFile;
+    default:
+      return otherwise;
+  }
+}
+
 [[noreturn]] void Fail(sqlite3* db, int rc, std::string_view context) {
   std::string message = db ? sqlite3_errmsg(db) : sqlite3_errstr(rc);
   std::string what = std::string(context) + ": " + message;
   int extended = db ? sqlite3_extended_errcode(db) : rc;
   switch (rc & 0xFF) {
+    case SQLITE_FULL:
+      throw StoreError(errors::DiskFull, "Not enough space on disk. (" + what + ")");
+    case SQLITE_IOERR:
+      throw StoreError(SystemFailure(db, errors::DiskError), what);
     case SQLITE_CONSTRAINT:
       if (extended == SQLITE_CONSTRAINT_UNIQUE || extended == SQLITE_CONSTRAINT_PRIMARYKEY) {
         throw StoreError(errors::DuplicateKey,
@@ -48,7 +73,9 @@ constexpr int kBusyWaitMs = 3000;
     case SQLITE_CORRUPT:
       throw StoreError(errors::CorruptFile, what);
     case SQLITE_CANTOPEN:
-      throw StoreError(errors::FileNotFound, what);
+      // A journal that cannot be made beside the file is a folder that may
+      // not be written; a file that cannot be opened at all is not there.
+      throw StoreError(SystemFailure(db, errors::FileNotFound), what);
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
       throw StoreError(errors::Locked, what);
@@ -345,7 +372,25 @@ Database::Database(Database&&) noexcept = default;
 Database& Database::operator=(Database&&) noexcept = default;
 Database::~Database() = default;
 
+std::size_t Database::PathLimit() {
+  // The journal beside the file takes the file's path and "-journal": both
+  // must fit in the longest path SQLite opens.
+  const sqlite3_vfs* vfs = sqlite3_vfs_find(nullptr);
+  return vfs ? static_cast<std::size_t>(vfs->mxPathname) - std::string_view("-journal").size() : 0;
+}
+
+namespace {
+void CheckPathLength(const std::filesystem::path& path) {
+  std::error_code ec;
+  const std::filesystem::path whole = std::filesystem::absolute(path, ec);
+  if (!ec && whole.native().size() > Database::PathLimit()) {
+    throw StoreError(errors::InvalidPath, "'" + path.string() + "' is longer than a path can be.");
+  }
+}
+}  // namespace
+
 Database Database::Open(const std::filesystem::path& path, OpenMode mode) {
+  CheckPathLength(path);
   std::error_code ec;
   if (!std::filesystem::is_regular_file(path, ec)) {
     throw StoreError(errors::FileNotFound, "Could not find file '" + path.string() + "'.");
@@ -363,6 +408,7 @@ Database Database::Open(const std::filesystem::path& path, OpenMode mode) {
 }
 
 Database Database::Create(const std::filesystem::path& path) {
+  CheckPathLength(path);
   std::error_code ec;
   if (std::filesystem::exists(path, ec)) {
     throw StoreError(errors::DatabaseExists, "Database '" + path.string() + "' already exists.");
@@ -492,10 +538,50 @@ std::vector<IndexDef> Database::Indexes(std::string_view table) const {
 bool Database::IsIntact() const {
   try {
     sqlite3* db = Live().db;
-    Statement statement = Prepare(db, "PRAGMA quick_check");
+    Statement statement = Prepare(db, "PRAGMA integrity_check");
     return Step(db, statement.get()) && Column(statement.get(), 0).AsText() == "ok";
   } catch (const StoreError&) {
     return false;
+  }
+}
+
+bool Database::AcceptsWrites() {
+  sqlite3* db = Live().db;
+  if (sqlite3_db_readonly(db, "main") == 1) return false;
+  if (sqlite3_exec(db, "BEGIN", nullptr, nullptr, nullptr) != SQLITE_OK) return true;
+  // A change of the schema makes SQLite write its journal beside the file,
+  // as the first change of a save does; the rollback leaves no trace of it.
+  const int rc =
+      sqlite3_exec(db, "CREATE TABLE \"__write probe\" (x)", nullptr, nullptr, nullptr);
+  if (!sqlite3_get_autocommit(db)) sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr);
+  const int primary = rc & 0xFF;
+  return rc == SQLITE_OK || primary == SQLITE_BUSY || primary == SQLITE_LOCKED;
+}
+
+// ------------------------------------------------------------- Transaction
+
+Transaction::Transaction(Database& database) : database_(database) {
+  database_.Execute("BEGIN IMMEDIATE");
+}
+
+Transaction::~Transaction() {
+  if (!open_ || !database_.IsOpen()) return;
+  sqlite3* db = database_.connection_->db;
+  // A failed write may have ended the transaction already.
+  if (!sqlite3_get_autocommit(db)) sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr);
+}
+
+void Transaction::Commit() {
+  sqlite3* db = database_.Live().db;
+  open_ = false;
+  const int rc = sqlite3_exec(db, "COMMIT", nullptr, nullptr, nullptr);
+  if (rc == SQLITE_OK) return;
+  // Read the failure before the rollback replaces it.
+  try {
+    Fail(db, rc, "COMMIT");
+  } catch (...) {
+    if (!sqlite3_get_autocommit(db)) sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr);
+    throw;
   }
 }
 

@@ -23,8 +23,10 @@ inline constexpr int UpdateWithoutEdit = 3020;   // a field written outside AddN
 inline constexpr int NoCurrentRecord = 3021;     // at EOF or BOF, or an empty recordset
 inline constexpr int DuplicateKey = 3022;        // a duplicate value in a unique index
 inline constexpr int FileNotFound = 3024;
+inline constexpr int DiskFull = 3026;            // "Not enough space on disk."
 inline constexpr int ReadOnlyRecordset = 3027;
 inline constexpr int DiskError = 3043;
+inline constexpr int InvalidPath = 3044;         // a path longer than a database's path can be
 inline constexpr int CorruptFile = 3049;
 inline constexpr int ReadOnlyFile = 3051;
 inline constexpr int TooFewParameters = 3061;    // a query names a column that does not exist
@@ -93,10 +95,13 @@ class ForwardCursor;
 class Database {
  public:
   // Opens an existing file. A missing file is 3024, a file that is no
-  // database 3343.
+  // database 3343, a path longer than PathLimit() 3044.
   static Database Open(const std::filesystem::path& path, OpenMode mode = OpenMode::Shared);
   // Makes a new, empty database file; an existing file is 3204.
   static Database Create(const std::filesystem::path& path);
+  // The longest full path, in bytes, of a file the store can open: shorter
+  // than many a file system allows.
+  static std::size_t PathLimit();
 
   Database();
   Database(Database&&) noexcept;
@@ -126,21 +131,45 @@ class Database {
   // Throws 3078 when the table does not exist. Names compare without case.
   std::vector<FieldInfo> Fields(std::string_view table) const;
   std::vector<IndexDef> Indexes(std::string_view table) const;
-  // A walk over every page: false for a file damaged or cut short.
+  // A walk over every page and index: false for a file damaged or cut short.
   bool IsIntact() const;
+  // Whether a change could be written here: a write is begun and rolled back,
+  // so the file and its folder are asked as a save would ask them. False for
+  // a read-only file or folder; a file that another program is writing is not
+  // read-only and answers true.
+  bool AcceptsWrites();
 
   struct Connection;
 
  private:
+  friend class Transaction;
   explicit Database(std::shared_ptr<Connection> connection);
   Connection& Live() const;
   std::vector<FieldInfo> TableFieldsOf(std::string_view source, std::string_view table) const;
   std::shared_ptr<Connection> connection_;
 };
 
+// A write transaction on one opening: what is written through the database
+// and its recordsets from the start until Commit becomes part of the file all
+// at once, or, when Commit is not reached or fails, not at all. A process
+// that dies inside it leaves the file as it was before it began.
+class Transaction {
+ public:
+  explicit Transaction(Database& database);
+  Transaction(const Transaction&) = delete;
+  Transaction& operator=(const Transaction&) = delete;
+  ~Transaction();  // rolls back what was not committed
+  void Commit();
+
+ private:
+  Database& database_;
+  bool open_ = true;
+};
+
 // A dynaset: the rows of the source as they were when it opened, plus those
 // added through it. Moves walk that list; AddNew, Edit and Update write
-// through at once, each Update its own committed change.
+// through at once, each Update its own committed change unless a Transaction
+// of the same opening holds it.
 class Recordset {
  public:
   Recordset();

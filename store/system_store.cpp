@@ -29,6 +29,30 @@ std::string ShortCaption(const std::string& location, const std::string& name) {
   return FirstCharacters(location, 2) + kSeparator + messages::RecentEllipsis + kSeparator + name;
 }
 
+// A store made before paths of any length were kept holds the recent
+// projects' names and locations to 255 characters. The table is made again
+// without the limit, its rows and numbering kept; a store that cannot be
+// changed keeps its table as it is.
+void WidenRecentTable(Database& db) {
+  bool limited = false;
+  for (const FieldInfo& field : db.Fields("tblRecentProject")) {
+    if (field.Type == FieldType::Text && field.Size > 0) limited = true;
+  }
+  if (!limited) return;
+  try {
+    Transaction transaction(db);
+    db.ExecuteScript(
+        "CREATE TABLE \"tblRecentProject wide\" (\"AccessID\" INTEGER PRIMARY KEY AUTOINCREMENT, "
+        "\"AccessDate\" DATETIME, \"ProjectName\" TEXT, \"ProjectLocation\" TEXT);"
+        "INSERT INTO \"tblRecentProject wide\" SELECT AccessID, AccessDate, ProjectName, "
+        "ProjectLocation FROM tblRecentProject;"
+        "DROP TABLE tblRecentProject;"
+        "ALTER TABLE \"tblRecentProject wide\" RENAME TO tblRecentProject;");
+    transaction.Commit();
+  } catch (const RunError&) {
+  }
+}
+
 }  // namespace
 
 std::string NowText() {
@@ -50,7 +74,7 @@ bool SystemStore::Open(Prompter& prompter) {
     Database db = Database::Open(NativePath(path_), OpenMode::Exclusive);
     // A file that opens but lacks the store's tables is as good as missing.
     db.Fields("tblSetting");
-    db.Fields("tblRecentProject");
+    WidenRecentTable(db);
     held_ = std::move(db);
     return true;
   } catch (const StoreError& e) {

@@ -47,12 +47,14 @@ INSERT INTO "tblSetting" VALUES (
   1, '%%D', 0, 256     -- Bearing, DegreeSymbol, BackColor, ForeColor
 );
 
--- AccessID numbers the uses: the newest row has the highest.
+-- AccessID numbers the uses: the newest row has the highest. The name and
+-- the location have no limit of their own: a path is as long as the file
+-- system lets it be.
 CREATE TABLE "tblRecentProject" (
   "AccessID" INTEGER PRIMARY KEY AUTOINCREMENT,
   "AccessDate" DATETIME,
-  "ProjectName" TEXT(255),
-  "ProjectLocation" TEXT(255)
+  "ProjectName" TEXT,
+  "ProjectLocation" TEXT
 );
 
 -- The sample project lies beside the program; ".\" becomes the program's

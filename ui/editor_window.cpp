@@ -13,6 +13,7 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
+#include "store/project_file.h"
 #include "ui/control_colours.h"
 #include "ui/twips.h"
 
@@ -91,6 +92,7 @@ void EditorWindow::BuildPanel() {
   auto* name = new QHBoxLayout;
   txtParcel_ = new QLineEdit;
   txtParcel_->setObjectName("txtParcel");
+  txtParcel_->setMaxLength(store::kParcelNameLimit);
   connect(txtParcel_, &QLineEdit::textEdited, this, [this](const QString& text) {
     Run([this, text] { form_.txtParcel.Text = text.toStdString(); });
   });

@@ -53,10 +53,8 @@ int ReadSign(const std::string& text, const char* column, int lineNumber) {
                                        text + "\"");
 }
 
-}  // namespace
-
-CourseList ReadParcelCsv(std::istream& in) {
-  CourseList parcel;
+// The courses of the file into `parcel`; the number of rows read.
+int ReadRows(std::istream& in, CourseList& parcel) {
   std::string text;
   int lineNumber = 0;
   bool headerSeen = false;
@@ -94,7 +92,44 @@ CourseList ReadParcelCsv(std::istream& in) {
     ++row;
   }
   if (!headerSeen) throw ParcelCsvError(lineNumber == 0 ? 1 : lineNumber, "the file is empty");
+  return row;
+}
+
+std::string CsvField(const std::string& text) {
+  if (text.empty() || (text.front() != '"' && text.find_first_of(",\r\n") == std::string::npos)) {
+    return text;
+  }
+  std::string quoted = "\"";
+  for (char c : text) {
+    if (c == '"') quoted += '"';
+    quoted += c;
+  }
+  return quoted + "\"";
+}
+
+}  // namespace
+
+CourseList ReadParcelCsv(std::istream& in) {
+  CourseList parcel;
+  ReadRows(in, parcel);
   return parcel;
+}
+
+std::vector<Course> ReadParcelCourses(std::istream& in) {
+  CourseList parcel;
+  const int rows = ReadRows(in, parcel);
+  return std::vector<Course>(parcel.rows.begin(), parcel.rows.begin() + rows);
+}
+
+void WriteParcelCsv(std::ostream& out, const std::vector<Course>& courses) {
+  out << kHeader << '\n';
+  for (const Course& c : courses) {
+    const bool line = c.Kind == CourseKind::Line;
+    out << (line ? "line" : "curve") << ',' << CsvField(line ? c.BearingLine : c.BearingArc) << ','
+        << CsvField(c.DistanceLine) << ',' << CsvField(c.Arc) << ',' << CsvField(c.Radius) << ','
+        << CsvField(c.Chord) << ',' << (line ? SignClear : c.SignPlus) << ','
+        << (line ? SignClear : c.SignMinus) << '\n';
+  }
 }
 
 }  // namespace parvenna::cli

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <istream>
+#include <ostream>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "geometry/course.h"
 
@@ -25,5 +27,12 @@ class ParcelCsvError : public std::runtime_error {
 };
 
 CourseList ReadParcelCsv(std::istream& in);
+// The same, as the list of the courses the file holds, in order.
+std::vector<Course> ReadParcelCourses(std::istream& in);
+
+// Courses written in that CSV, under its header, so that ReadParcelCsv reads
+// them back as they are. A field that starts with a double quote, or holds a
+// comma or a line break, is quoted. A line's sign boxes are written as 0.
+void WriteParcelCsv(std::ostream& out, const std::vector<Course>& courses);
 
 }  // namespace parvenna::cli

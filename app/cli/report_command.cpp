@@ -4,6 +4,7 @@
 #include <iostream>
 #include <random>
 
+#include "app/cli/project_access.h"
 #include "editor/editor_form.h"
 #include "reports/messages.h"
 #include "reports/recorded_picture.h"
@@ -70,32 +71,6 @@ ReportOptions Parse(const std::vector<std::string>& args) {
   return o;
 }
 
-// Boxes become lines on the error stream; questions are answered Yes.
-class StreamPrompter : public Prompter {
- public:
-  explicit StreamPrompter(std::ostream& err) : err_(err) {}
-  MsgAnswer MsgBox(const Message& message) override {
-    shown.push_back(message.Prompt);
-    if (message.Buttons == MsgButtons::YesNo || message.Buttons == MsgButtons::YesNoCancel) {
-      return MsgAnswer::Yes;
-    }
-    err_ << "parvenna-cli: " << message.Prompt << "\n";
-    return MsgAnswer::OK;
-  }
-  std::vector<std::string> shown;
-
- private:
-  std::ostream& err_;
-};
-
-
-class NoEditorHost : public editor::EditorHost {
- public:
-  void BringUpDrawing() override {}
-  void MinimizeEditor() override {}
-  void ShowRowMenu(int) override {}
-};
-
 // The windows of a report run from a script: no dialogs; the picture report
 // and a printed text report go to the PDF printer.
 class ScriptWindows : public reports::ReportWindows {
@@ -110,12 +85,6 @@ class ScriptWindows : public reports::ReportWindows {
   void CenterEditor() override {}
   void DoEvents() override {}
 };
-
-std::string ProgramDirectory() {
-  std::error_code ec;
-  const fs::path exe = fs::read_symlink("/proc/self/exe", ec);
-  return ec ? fs::current_path().string() + "/" : exe.parent_path().string() + "/";
-}
 
 // A directory of this run's own for the work files, so that runs side by
 // side and a running program do not overwrite each other's.
@@ -135,19 +104,6 @@ class RunDirectory {
  private:
   fs::path path_;
 };
-
-int IndexOfParcel(const ComboBox& combo, const std::string& name) {
-  for (int i = 0; i < combo.ListCount(); ++i) {
-    if (combo.List[static_cast<std::size_t>(i)] == name) return i;
-  }
-  // Short names are stored right-aligned in six; the name as typed finds them.
-  for (int i = 0; i < combo.ListCount(); ++i) {
-    const std::string& listed = combo.List[static_cast<std::size_t>(i)];
-    const std::size_t first = listed.find_first_not_of(' ');
-    if (first != std::string::npos && listed.substr(first) == name) return i;
-  }
-  return -1;
-}
 
 int Run(const ReportOptions& o, std::ostream& out, std::ostream& err,
         const PdfPrinterFactory& pdfPrinter, const std::string& appDirectory) {

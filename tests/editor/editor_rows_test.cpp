@@ -117,18 +117,39 @@ TEST_F(EditorRows, DeletingACurveLiftsTheRowsBelowByItsHeight) {
   EXPECT_EQ(f().results.lblArea.Caption, "0");
 }
 
-TEST_F(EditorRows, InsertionDropsTheFiftiethCourseAndAfterTheLastIsRefused) {
+TEST_F(EditorRows, InsertionIntoAFullGridAsksBeforeCourseFiftyFallsOff) {
   for (int i = 0; i < CourseLimit; ++i) TypeLine(i, "N1" + Deg + "0'0\"E", std::to_string(i + 1));
   EXPECT_EQ(f().parcel.LastCourse, 49);
   f().CurrentRow = 49;
   f().mnuInsertAfter_Click();
   EXPECT_THAT(prompter.Prompts(), ::testing::ElementsAre("The maximum number of courses is 50."));
 
+  // Every way of inserting meets the question; No, the default, moves nothing.
+  prompter.shown.clear();
+  prompter.Answer({MsgAnswer::No, MsgAnswer::No, MsgAnswer::No, MsgAnswer::No});
   f().CurrentRow = 48;
   f().mnuInsertAfter_Click();
-  EXPECT_EQ(f().txtDistanceLine[49].Text, "") << "course 50 fell off without a word";
+  f().mnuPopInsertAfter_Click();
+  f().CurrentRow = 10;
+  f().mnuInsertBefore_Click();
+  f().mnuPopInsertBefore_Click();
+  ASSERT_EQ(prompter.shown.size(), 4u);
+  EXPECT_THAT(prompter.shown[0].Prompt, ::testing::HasSubstr("lose course 50"));
+  EXPECT_EQ(prompter.shown[0].DefaultButton, 2);
+  for (int i = 0; i < CourseLimit; ++i) EXPECT_EQ(f().txtDistanceLine[i].Text, std::to_string(i + 1));
+
+  prompter.Answer({MsgAnswer::Yes});
+  f().CurrentRow = 48;
+  f().mnuInsertAfter_Click();
+  EXPECT_EQ(f().txtDistanceLine[49].Text, "") << "course 50 went, as the surveyor chose";
   EXPECT_EQ(f().txtDistanceLine[48].Text, "49");
-  EXPECT_EQ(prompter.shown.size(), 1u);
+
+  // With row 50 empty again the insertion asks nothing.
+  prompter.shown.clear();
+  f().CurrentRow = 3;
+  f().mnuInsertBefore_Click();
+  EXPECT_TRUE(prompter.shown.empty());
+  EXPECT_EQ(f().txtDistanceLine[49].Text, "49");
 
   f().CurrentRow = CourseLimit;
   f().mnuInsertBefore_Click();

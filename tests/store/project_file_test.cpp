@@ -165,7 +165,16 @@ INSTANTIATE_TEST_SUITE_P(
 struct Corruption {
   const char* name;
   std::function<void(const StoreWorld&, const std::string&)> make;
+  std::string why = "";  // the line under the path that names what is missing
 };
+
+// The sample project with one statement run on it.
+std::function<void(const StoreWorld&, const std::string&)> SampleWith(std::string sql) {
+  return [sql](const StoreWorld& w, const std::string& p) {
+    std::filesystem::copy_file(w.Path("sample_feet.pvd"), p);
+    Database::Open(p).ExecuteScript(sql);
+  };
+}
 
 class DamagedProject : public ::testing::TestWithParam<Corruption> {};
 
@@ -178,7 +187,8 @@ TEST_P(DamagedProject, IsRefusedWithItsPathAndChangesNothing) {
   world.state.ProjectFile = world.Path("sample_feet.pvd");
   world.state.RecentProjects[3] = path;
   world.opener.mnuHistory_Click(3);
-  EXPECT_EQ(world.prompter.Prompts(), std::vector<std::string>{messages::CantOpenProject + path});
+  const std::string why = GetParam().why.empty() ? "" : "\n" + GetParam().why;
+  EXPECT_EQ(world.prompter.Prompts(), std::vector<std::string>{messages::CantOpenProject + path + why});
   EXPECT_EQ(world.state.ProjectFile, world.Path("sample_feet.pvd"));
   EXPECT_TRUE(world.windows.calls.empty());
   EXPECT_EQ(ReadFile(path), bytes);
@@ -204,11 +214,21 @@ INSTANTIATE_TEST_SUITE_P(
                    [](const StoreWorld&, const std::string& p) {
                      WriteFile(p, std::string("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16) + std::string(400, '\0'));
                    }},
-        Corruption{"Empty", [](const StoreWorld&, const std::string& p) { WriteFile(p, ""); }},
+        Corruption{"Empty", [](const StoreWorld&, const std::string& p) { WriteFile(p, ""); },
+                   "The table tblSetting is missing."},
         Corruption{"NoSettingTable",
                    [](const StoreWorld&, const std::string& p) {
                      Database::Create(p).Append(ParcelTable());
-                   }},
+                   },
+                   "The table tblSetting is missing."},
+        Corruption{"NoParcelTable", SampleWith("DROP TABLE tblParcel"),
+                   "The table tblParcel is missing."},
+        Corruption{"NoMeasurementTable", SampleWith("DROP TABLE tblMeasurements"),
+                   "The table tblMeasurements is missing."},
+        Corruption{"NoParcelName", SampleWith("DROP INDEX TempIndex; ALTER TABLE tblParcel DROP COLUMN Parcel"),
+                   "The column Parcel is missing from tblParcel."},
+        Corruption{"NoRowNo", SampleWith("ALTER TABLE tblMeasurements DROP COLUMN RowNo"),
+                   "The column RowNo is missing from tblMeasurements."},
         Corruption{"NoSettingRow",
                    [](const StoreWorld& w, const std::string& p) {
                      std::filesystem::copy_file(w.Path("sample_feet.pvd"), p);

@@ -1,15 +1,11 @@
 // The store against a second process: a second running copy of the program,
 // and a writer killed in the middle of a parcel.
-#include <signal.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <string>
 
 #include "store/messages.h"
+#include "tests/store/child_process.h"
 #include "tests/store/store_fixture.h"
 
 namespace parvenna::store {
@@ -17,71 +13,7 @@ namespace {
 
 using parvenna::testing::StoreWorld;
 
-const char* HelperPath() { return PARVENNA_APP_DIR "/../test-helpers/store_test_helper"; }
-
-// A child process with its standard input and output on pipes.
-class Child {
- public:
-  explicit Child(std::vector<std::string> args) {
-    int toChild[2], fromChild[2];
-    if (pipe(toChild) != 0 || pipe(fromChild) != 0) throw std::runtime_error("pipe");
-    pid_ = fork();
-    if (pid_ == 0) {
-      dup2(toChild[0], 0);
-      dup2(fromChild[1], 1);
-      close(toChild[1]);
-      close(fromChild[0]);
-      std::vector<char*> argv;
-      std::string helper = HelperPath();
-      argv.push_back(helper.data());
-      for (std::string& a : args) argv.push_back(a.data());
-      argv.push_back(nullptr);
-      execv(helper.c_str(), argv.data());
-      _exit(127);
-    }
-    close(toChild[0]);
-    close(fromChild[1]);
-    in_ = toChild[1];
-    out_ = fdopen(fromChild[0], "r");
-  }
-  ~Child() {
-    if (in_ >= 0) close(in_);
-    if (out_) fclose(out_);
-    if (pid_ > 0 && !waited_) {
-      kill(pid_, SIGKILL);
-      waitpid(pid_, nullptr, 0);
-    }
-  }
-
-  // The next line the child printed; empty at its end.
-  std::string ReadLine() {
-    char buffer[512];
-    if (!fgets(buffer, sizeof buffer, out_)) return "";
-    std::string line(buffer);
-    if (!line.empty() && line.back() == '\n') line.pop_back();
-    return line;
-  }
-  void CloseInput() {
-    close(in_);
-    in_ = -1;
-  }
-  int Wait() {
-    int status = 0;
-    waitpid(pid_, &status, 0);
-    waited_ = true;
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
-  }
-  void Kill() {
-    kill(pid_, SIGKILL);
-    Wait();
-  }
-
- private:
-  pid_t pid_ = -1;
-  int in_ = -1;
-  FILE* out_ = nullptr;
-  bool waited_ = false;
-};
+using parvenna::testing::Child;
 
 TEST(SingleInstance, ASecondProcessIsRefusedWhileTheFirstKeepsWorking) {
   StoreWorld world;

@@ -130,6 +130,40 @@ TEST(Recordset, DuplicateInAUniqueIndexIsRefusedAndNothingIsWritten) {
   EXPECT_EQ(db.OpenRecordset("tblTyped").RecordCount(), 1);
 }
 
+TEST(Transaction, WritesEverythingAtTheCommitOrNothing) {
+  TempDir dir;
+  const auto path = dir / "t.pvd";
+  {
+    Database db = Database::Create(path);
+    db.Append(TableDef{"t", {{"id", FieldType::Long, 0, true}, {"name", FieldType::Text, 5}}});
+    db.Append(IndexDef{"byName", "t", {"name"}, true});
+  }
+  auto count = [&] { return Database::Open(path).OpenRecordset("t").RecordCount(); };
+  {
+    Database db = Database::Open(path);
+    Transaction transaction(db);
+    Recordset rs = db.OpenRecordset("t");
+    for (const char* name : {"a", "b"}) {
+      rs.AddNew();
+      rs.Set("name", name);
+      rs.Update();
+    }
+    EXPECT_EQ(db.OpenRecordset("t").RecordCount(), 2) << "its own opening sees its writes";
+    EXPECT_EQ(count(), 0) << "no other opening sees them before the commit";
+  }
+  EXPECT_EQ(count(), 0) << "the end without a commit rolls everything back";
+  {
+    Database db = Database::Open(path);
+    Transaction transaction(db);
+    db.Execute("INSERT INTO t (name) VALUES ('a')");
+    // A refused write inside it leaves the rest to the caller's choice.
+    EXPECT_THROW(db.Execute("INSERT INTO t (name) VALUES ('a')"), StoreError);
+    db.Execute("INSERT INTO t (name) VALUES ('b')");
+    transaction.Commit();
+  }
+  EXPECT_EQ(count(), 2);
+}
+
 TEST(Recordset, QueriesThatCannotBeWrittenBackAreReadOnly) {
   TempDir dir;
   Database db = MakeTypedTable(dir);

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "store/messages.h"
 #include "tests/store/store_fixture.h"
 
@@ -108,6 +110,71 @@ TEST(SystemStore, TheStartMenuRewritesTheRelativeEntryOrStaysEmptyAndDisabled) {
   EXPECT_EQ(empty.menu.mnuHistory[0].Caption, messages::NoRecentProjects);
   EXPECT_FALSE(empty.menu.mnuHistory[0].Enabled);
   EXPECT_TRUE(empty.prompter.shown.empty());
+}
+
+// A project deep in folders, its path `length` characters long.
+std::string DeepProject(StoreWorld& world, std::size_t length) {
+  std::filesystem::path folder = world.dir.path();
+  // The folders, then the last folder's name to make up the length, then
+  // "/" and the 20 characters of the file's name.
+  while (folder.string().size() + 1 + 120 + 1 + 21 < length) {
+    folder /= std::string(120, static_cast<char>('a' + folder.string().size() % 26));
+  }
+  const std::size_t rest = length - folder.string().size() - 1 - 21;
+  folder /= std::string(rest, 'z');
+  std::filesystem::create_directories(folder);
+  const std::string path = (folder / (std::string(16, 'p') + ".pvd")).string();
+  EXPECT_EQ(path.size(), length);
+  if (length <= Database::PathLimit()) world.MakeProject(path.substr(world.dir.path().string().size() + 1));
+  return path;
+}
+
+TEST(SystemStore, ThePathsOfProjectsLongerThan255CharactersAreKept) {
+  StoreWorld world;
+  ASSERT_GE(Database::PathLimit(), 500u);
+  const std::string path = DeepProject(world, Database::PathLimit());
+  ASSERT_TRUE(world.Open(path));
+  EXPECT_TRUE(world.prompter.shown.empty()) << world.prompter.Prompts()[0];
+  EXPECT_EQ(world.state.RecentProjects[0], path);
+  EXPECT_EQ(world.windows.mainCaption, "Parvenna Main - /t/.../" + std::string(16, 'p') + ".pvd")
+      << "the captions name the project just opened";
+
+  // One character more than a project's path can have: refused, and said why.
+  world.prompter.shown.clear();
+  const std::string longer = DeepProject(world, Database::PathLimit() + 1);
+  EXPECT_FALSE(world.Open(longer));
+  EXPECT_EQ(world.prompter.Prompts(),
+            std::vector<std::string>{"Can't open the project: " + longer +
+                                     "\nIts path is longer than the " +
+                                     std::to_string(Database::PathLimit()) +
+                                     " characters a project's path can have."});
+  ASSERT_TRUE(world.system.LoadRecentProjects(world.state, world.menu));
+  EXPECT_EQ(world.state.RecentProjects[0], path) << "what did not open is not recent";
+}
+
+TEST(SystemStore, AnOlderStoreWithLimitedPathsIsWidenedAtTheStart) {
+  StoreWorld world;
+  {
+    Database db = world.system.OpenBriefly();
+    db.ExecuteScript(
+        "CREATE TABLE old (AccessID INTEGER PRIMARY KEY AUTOINCREMENT, AccessDate DATETIME, "
+        "ProjectName TEXT(255), ProjectLocation TEXT(255));"
+        "INSERT INTO old SELECT * FROM tblRecentProject; DROP TABLE tblRecentProject;"
+        "ALTER TABLE old RENAME TO tblRecentProject;");
+    ASSERT_EQ(db.Fields("tblRecentProject")[3].Size, 255);
+  }
+  ASSERT_TRUE(world.system.Open(world.prompter));
+  Database db = world.system.OpenBriefly();
+  EXPECT_EQ(db.Fields("tblRecentProject")[3].Size, 0);
+  EXPECT_TRUE(db.Fields("tblRecentProject")[0].AutoIncrement);
+  Recordset rows = db.OpenRecordset("tblRecentProject");
+  EXPECT_EQ(rows.RecordCount(), 1) << "its rows kept";
+  EXPECT_EQ(rows.Get("ProjectName").AsText(), "sample_feet.pvd");
+
+  const std::string path = DeepProject(world, 400);
+  ASSERT_TRUE(world.Open(path));
+  EXPECT_TRUE(world.prompter.shown.empty());
+  EXPECT_EQ(world.state.RecentProjects[0], path);
 }
 
 TEST(SystemStore, ACreatedProjectTrimsTheTableToTen) {

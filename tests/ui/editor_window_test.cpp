@@ -107,6 +107,15 @@ TEST_F(EditorWindowTest, TypingRowZeroShowsClosureAndOpensTheNextRow) {
   EXPECT_EQ(form.txtDistanceLine[0].Text, "100.");
 }
 
+TEST_F(EditorWindowTest, TheNameBoxTakesNoMoreThanTheFiftyCharactersAParcelNameHolds) {
+  QTest::mouseClick(window.cmdInsert(), Qt::LeftButton);
+  auto* name = window.findChild<QLineEdit*>("txtParcel");
+  ASSERT_NE(name, nullptr);
+  QTest::keyClicks(name, QString(60, 'x'));
+  EXPECT_EQ(name->text(), QString(50, 'x'));
+  EXPECT_EQ(form.txtParcel.Text, std::string(50, 'x'));
+}
+
 TEST_F(EditorWindowTest, BadBearingSendsTheFocusBackToIt) {
   StartNewParcelAt(CourseField::BearingLine);
   QLineEdit* bearing = FieldOf(0, CourseField::BearingLine);
