@@ -1,50 +1,17 @@
 #include "reports/work_files.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <system_error>
 
 #include "store/paths.h"
+#include "store/places.h"
 
 namespace parvenna::reports {
-namespace {
-
-std::string PerUserDirectory() {
-  namespace fs = std::filesystem;
-  fs::path base;
-  if (const char* local = std::getenv("LOCALAPPDATA"); local && *local) base = local;
-  else if (const char* cache = std::getenv("XDG_CACHE_HOME"); cache && *cache) base = cache;
-  else if (const char* home = std::getenv("HOME"); home && *home) base = fs::path(home) / ".cache";
-  else base = fs::temp_directory_path();
-  fs::path dir = base / "Parvenna";
-  std::error_code ec;
-  fs::create_directories(dir, ec);
-  return dir.string();
-}
-
-}  // namespace
-
-bool DirectoryWritable(const std::string& directory) {
-  namespace fs = std::filesystem;
-  std::error_code ec;
-  if (directory.empty() || !fs::is_directory(store::NativePath(directory), ec)) return false;
-  const fs::path probe = fs::path(store::NativePath(directory)) / ".parvenna-write-probe";
-  {
-    std::ofstream out(probe, std::ios::binary | std::ios::app);
-    if (!out) return false;
-  }
-  fs::remove(probe, ec);
-  return true;
-}
-
-std::string WorkDirectory(const std::string& appDirectory) {
-  return DirectoryWritable(appDirectory) ? appDirectory : PerUserDirectory();
-}
 
 std::string WorkFile(const std::string& appDirectory, std::string_view name) {
-  return WorkFilePath(WorkDirectory(appDirectory), name);
+  return WorkFilePath(store::WorkDirectory(appDirectory), name);
 }
 
 std::string WorkFilePath(std::string_view directory, std::string_view name) {

@@ -4,14 +4,9 @@
 #include <string_view>
 
 // The work files of the text reports, temp.rpt and tempcsv.rpt. They stay on
-// the disk after the window closes and the next report overwrites them.
+// the disk after the window closes and the next report overwrites them, in
+// the directory that store::WorkDirectory gives.
 namespace parvenna::reports {
-
-// The directory of the work files: the program's own, or, when that cannot
-// be written (a program installed read-only), a directory of the user's:
-// $XDG_CACHE_HOME/Parvenna, ~/.cache/Parvenna, or %LOCALAPPDATA%\Parvenna,
-// made when needed.
-std::string WorkDirectory(const std::string& appDirectory);
 
 // The work file `name` of a program in `appDirectory`: every report finds
 // its work files here, and only here.
@@ -19,9 +14,6 @@ std::string WorkFile(const std::string& appDirectory, std::string_view name);
 
 // The directory and the name with one separator between.
 std::string WorkFilePath(std::string_view directory, std::string_view name);
-
-// True when a file can be made in the directory.
-bool DirectoryWritable(const std::string& directory);
 
 // Writes a whole file anew; false when it cannot be written.
 bool WriteWholeFile(const std::string& path, std::string_view bytes);

@@ -5,6 +5,7 @@
 #include "platform/run_error.h"
 #include "shell/messages.h"
 #include "store/messages.h"
+#include "store/places.h"
 #include "store/project_file.h"
 
 namespace parvenna::shell {
@@ -160,7 +161,7 @@ void Shell::BindMenu() {
 
   on("mnuHelp", [this] {
     // The main window goes down for the help only when the help came up.
-    if (OpenLink("file://" + state.AppDirectory + "/help/index.html")) windows.MinimizeMain();
+    if (OpenLink("file://" + store::SuppliedFile("help/index.html"))) windows.MinimizeMain();
   });
   on("mnuVideoQuick", [this] { ShowVideo("quickstart.mp4"); });
   on("mnuVideoFullTraining", [this] { ShowVideo("fulltraining.mp4"); });
@@ -220,7 +221,7 @@ void Shell::ShowReport(const std::string& caption) {
 }
 
 void Shell::ShowVideo(const std::string& fileName) {
-  const std::filesystem::path video = std::filesystem::path(state.AppDirectory) / fileName;
+  const std::filesystem::path video = store::SuppliedFile(fileName);
   if (!std::filesystem::exists(video)) {
     Inform(prompter, messages::NoVideo, MsgIcon::Information);
     return;

@@ -19,6 +19,10 @@ inline constexpr const char* GeneralError =
     "An error has occured. Please continue using the program, but some features may not work "
     "correctly without restarting.";
 inline constexpr const char* OpenSystemDbError = "Open system DB error!";
+// An installed program keeps the user's copy of the store in the user's data
+// folder; followed by the path and the system's reason.
+inline constexpr const char* UserFolderFailed =
+    "Parvenna could not set up its folder for your data and settings:\n";
 inline constexpr const char* NoRecentProjects = "No recent projects";
 inline constexpr const char* RecentEllipsis = "...";
 inline constexpr const char* EditorCaptionPrefix = "Parvenna Editor - ";

@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <system_error>
 
+#include "store/places.h"
+
 namespace parvenna::store {
 
 std::string FileNameOfPath(std::string_view path) {
@@ -69,7 +71,7 @@ std::string DefaultDrawingPath(std::string_view appDirectory) {
   std::string dwg = WithSeparator(appDirectory) + "default.dwg";
   std::error_code ec;
   if (std::filesystem::is_regular_file(NativePath(dwg), ec)) return dwg;
-  return WithSeparator(appDirectory) + "default.dxf";
+  return SuppliedFile("default.dxf");
 }
 
 std::string SystemStorePath(std::string_view appDirectory) {

@@ -39,7 +39,7 @@ bool IsRelativePath(std::string_view path);
 std::string ResolveDrawingPath(std::string_view stored, std::string_view appDirectory);
 
 // The drawing opened when a project's own cannot be: a default.dwg that a
-// user put beside the program, else the default.dxf that comes with it.
+// user put in the program's directory, else the default.dxf supplied with it.
 std::string DefaultDrawingPath(std::string_view appDirectory);
 
 inline constexpr const char* kSystemStoreName = "ParvennaPro.pvs";

@@ -1,9 +1,14 @@
 #include "store/store.h"
 
-#include <fcntl.h>
 #include <sqlite3.h>
+
+#ifdef _WIN32
+#include <windows.h>
+#else
+#include <fcntl.h>
 #include <sys/file.h>
 #include <unistd.h>
+#endif
 
 #include <algorithm>
 #include <cctype>
@@ -253,24 +258,82 @@ int TextSizeOf(std::string_view declared) {
   return size;
 }
 
-// The exclusive opening's hold on the file. A whole-file flock belongs to its
-// own open file description: SQLite's record locks on the same file, and the
-// descriptors it opens and closes for the short openings of this process,
-// neither meet nor release it. A second process, or a second exclusive
-// opening here, finds it taken.
-int TakeExclusiveHold(const std::filesystem::path& path) {
-  int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (fd < 0) throw StoreError(errors::FileNotFound, "Could not find file '" + path.string() + "'.");
-  if (::flock(fd, LOCK_EX | LOCK_NB) != 0) {
-    int error = errno;
-    ::close(fd);
-    if (error == EWOULDBLOCK) {
-      throw StoreError(errors::ExclusiveRefused,
-                       "The file '" + path.string() + "' is already opened exclusively.");
+// The exclusive opening's hold on the file, kept apart from SQLite's own
+// locks so that this process's short openings neither meet nor release it,
+// while a second process, or a second exclusive opening here, finds it taken.
+class ExclusiveHold {
+ public:
+  ExclusiveHold() = default;
+  ExclusiveHold(const ExclusiveHold&) = delete;
+  ExclusiveHold& operator=(const ExclusiveHold&) = delete;
+  ~ExclusiveHold() { Release(); }
+
+#ifdef _WIN32
+  // A byte range far behind any end of file that SQLite reads or locks;
+  // Windows ranges are mandatory, so none of the store's own reads meets it.
+  static constexpr DWORD kRangeHigh = 0x7FFFFFFF;
+
+  void Take(const std::filesystem::path& path) {
+    HANDLE file = ::CreateFileW(path.c_str(), GENERIC_READ,
+                                FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+      throw StoreError(errors::FileNotFound, "Could not find file '" + path.string() + "'.");
     }
-    throw StoreError(errors::DiskError, std::system_category().message(error));
+    OVERLAPPED at{};
+    at.OffsetHigh = kRangeHigh;
+    if (!::LockFileEx(file, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &at)) {
+      const DWORD error = ::GetLastError();
+      ::CloseHandle(file);
+      if (error == ERROR_LOCK_VIOLATION || error == ERROR_IO_PENDING) {
+        throw StoreError(errors::ExclusiveRefused,
+                         "The file '" + path.string() + "' is already opened exclusively.");
+      }
+      throw StoreError(errors::DiskError, std::system_category().message(static_cast<int>(error)));
+    }
+    handle_ = file;
   }
-  return fd;
+  void Release() {
+    if (handle_ == INVALID_HANDLE_VALUE) return;
+    ::CloseHandle(handle_);  // closing gives the range back
+    handle_ = INVALID_HANDLE_VALUE;
+  }
+
+ private:
+  HANDLE handle_ = INVALID_HANDLE_VALUE;
+#else
+  // A whole-file flock belongs to its own open file description: SQLite's
+  // record locks on the same file, and the descriptors it opens and closes,
+  // do not touch it.
+  void Take(const std::filesystem::path& path) {
+    int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0) throw StoreError(errors::FileNotFound, "Could not find file '" + path.string() + "'.");
+    if (::flock(fd, LOCK_EX | LOCK_NB) != 0) {
+      int error = errno;
+      ::close(fd);
+      if (error == EWOULDBLOCK) {
+        throw StoreError(errors::ExclusiveRefused,
+                         "The file '" + path.string() + "' is already opened exclusively.");
+      }
+      throw StoreError(errors::DiskError, std::system_category().message(error));
+    }
+    fd_ = fd;
+  }
+  void Release() {
+    if (fd_ < 0) return;
+    ::close(fd_);
+    fd_ = -1;
+  }
+
+ private:
+  int fd_ = -1;
+#endif
+};
+
+// SQLite takes file names in UTF-8 on every platform.
+std::string Utf8Name(const std::filesystem::path& path) {
+  const std::u8string name = path.u8string();
+  return std::string(name.begin(), name.end());
 }
 
 }  // namespace
@@ -278,14 +341,13 @@ int TakeExclusiveHold(const std::filesystem::path& path) {
 struct Database::Connection {
   sqlite3* db = nullptr;
   std::filesystem::path path;
-  int holdFd = -1;
+  ExclusiveHold hold;  // taken by an exclusive opening only
 
   Connection() = default;
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
   ~Connection() {
     if (db) sqlite3_close_v2(db);
-    if (holdFd >= 0) ::close(holdFd);
   }
 };
 
@@ -397,8 +459,8 @@ Database Database::Open(const std::filesystem::path& path, OpenMode mode) {
   }
   auto connection = std::make_shared<Connection>();
   connection->path = path;
-  if (mode == OpenMode::Exclusive) connection->holdFd = TakeExclusiveHold(path);
-  int rc = sqlite3_open_v2(path.c_str(), &connection->db, SQLITE_OPEN_READWRITE, nullptr);
+  if (mode == OpenMode::Exclusive) connection->hold.Take(path);
+  int rc = sqlite3_open_v2(Utf8Name(path).c_str(), &connection->db, SQLITE_OPEN_READWRITE, nullptr);
   if (rc != SQLITE_OK) Fail(connection->db, rc, path.string());
   sqlite3_busy_timeout(connection->db, kBusyWaitMs);
   // The first read of the schema tells a database from any other file.
@@ -415,7 +477,7 @@ Database Database::Create(const std::filesystem::path& path) {
   }
   auto connection = std::make_shared<Connection>();
   connection->path = path;
-  int rc = sqlite3_open_v2(path.c_str(), &connection->db,
+  int rc = sqlite3_open_v2(Utf8Name(path).c_str(), &connection->db,
                            SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
   if (rc != SQLITE_OK) Fail(connection->db, rc, path.string());
   sqlite3_busy_timeout(connection->db, kBusyWaitMs);

@@ -3,6 +3,7 @@
 #include <clocale>
 
 #include "shell/messages.h"
+#include "store/places.h"
 #include "ui/guarded.h"
 #include "ui/qt_prompter.h"
 
@@ -12,7 +13,8 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
   // Qt takes the user's locale for the C library too; the program's numbers
   // are always written and read with a point, whatever the desktop's language.
   std::setlocale(LC_NUMERIC, "C");
-  setApplicationName("Parvenna");
+  // The name also names the user's data and cache directories (store/places.h).
+  setApplicationName(store::kApplicationName);
   setApplicationVersion(shell::messages::Version);
 }
 

@@ -9,6 +9,7 @@
 #include "reports/messages.h"
 #include "reports/recorded_picture.h"
 #include "reports/report_form.h"
+#include "store/places.h"
 #include "store/project_file.h"
 #include "store/project_opening.h"
 #include "store/system_store.h"
@@ -109,7 +110,7 @@ int Run(const ReportOptions& o, std::ostream& out, std::ostream& err,
         const PdfPrinterFactory& pdfPrinter, const std::string& appDirectory) {
   StreamPrompter prompter(err);
   store::ProjectState state;
-  state.AppDirectory = appDirectory.empty() ? ProgramDirectory() : appDirectory;
+  state.AppDirectory = appDirectory.empty() ? store::ProgramDirectory() : appDirectory;
   std::error_code ec;
   state.ProjectFile = fs::absolute(o.project, ec).string();
   if (!store::CheckProjectFile(state, prompter)) return 1;

@@ -46,7 +46,7 @@ class RecordingViewHost : public ViewHost {
 class ViewFormTest : public ::testing::Test {
  protected:
   ViewFormTest() {
-    std::filesystem::copy_file(std::string(PARVENNA_APP_DIR) + "/sample_feet.pvd", dir / "p.pvd");
+    std::filesystem::copy_file(parvenna::testing::Supplied("sample_feet.pvd"), dir / "p.pvd");
     state.ProjectFile = (dir / "p.pvd").string();
     state.AppDirectory = dir.WithSeparator();
     MakeForms();

@@ -15,6 +15,7 @@ namespace {
 namespace fs = std::filesystem;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
+using ::testing::StartsWith;
 using parvenna::testing::RecordingCanvas;
 using parvenna::testing::ScriptedPrompter;
 using parvenna::testing::TempDir;
@@ -59,10 +60,8 @@ class RecordingWindows : public ShellWindows {
 class ShellTest : public ::testing::Test {
  protected:
   ShellTest() {
-    for (const char* file : {"ParvennaPro.pvs", "sample_feet.pvd", "sample_metres.pvd",
-                             "sample_feet.dxf", "default.dxf"}) {
-      fs::copy_file(fs::path(PARVENNA_APP_DIR) / file, dir / file);
-    }
+    parvenna::testing::CopySupplied(dir.path(), {"ParvennaPro.pvs", "sample_feet.pvd",
+                                                 "sample_metres.pvd", "sample_feet.dxf"});
   }
 
   Shell& StartWith(const std::string& commandLine = "") {
@@ -221,6 +220,9 @@ TEST_F(ShellTest, HelpEntriesLeadOutOfTheProgram) {
   Shell& s = StartWith();
   s.MenuClick("mnuHelp");
   EXPECT_EQ(windows.mainMinimised, 1) << "help leaves the main window minimised";
+  ASSERT_THAT(windows.urls.back(), StartsWith("file://"));
+  EXPECT_TRUE(fs::is_regular_file(windows.urls.back().substr(7)))
+      << "the guide supplied with the program, wherever the program's directory is";
   s.MenuClick("mnuVideoQuick");
   EXPECT_THAT(prompter.Prompts().back(), HasSubstr("No training video is installed"));
   s.MenuClick("mnuSupport");

@@ -4,6 +4,7 @@
 
 #include "store/messages.h"
 #include "store/paths.h"
+#include "store/places.h"
 #include "tests/store/store_fixture.h"
 
 namespace parvenna::store {
@@ -120,10 +121,11 @@ TEST(Opening, AMissingDrawingFallsBackToTheDefaultAndTheFileKeepsItsPath) {
   std::string lost = world.state.AppDirectory + "/lost.dwg";
   EXPECT_EQ(world.prompter.Prompts(),
             std::vector<std::string>{messages::CantOpenDrawingStart + lost + messages::CantOpenDrawingEnd});
-  EXPECT_EQ(world.state.DrawingFile, world.Path("default.dxf"));
+  EXPECT_EQ(world.state.DrawingFile, SuppliedFile("default.dxf"));
+  EXPECT_TRUE(std::filesystem::is_regular_file(world.state.DrawingFile));
   EXPECT_EQ(Database::Open(project).OpenRecordset("tblSetting").Get("AutoCADFile").AsText(), ".\\lost.dwg");
 
-  // A default.dwg that a user put beside the program wins over the one supplied.
+  // A default.dwg that a user put in the program's directory wins over the one supplied.
   parvenna::testing::WriteFile(world.Path("default.dwg"), "");
   world.prompter.shown.clear();
   ASSERT_TRUE(world.Open(project));

@@ -65,7 +65,7 @@ class RecordingWindows : public store::ProjectWindows {
 };
 
 // A program directory of its own for each test: the supplied system store,
-// the sample projects and the drawings, copied from the build.
+// the sample projects and their drawings, copied from the build.
 class StoreWorld {
  public:
   TempDir dir;
@@ -78,10 +78,8 @@ class StoreWorld {
 
   StoreWorld()
       : system(AppDir(dir)), opener(state, prompter, system, menu, windows) {
-    for (const char* name : {"ParvennaPro.pvs", "sample_feet.pvd", "sample_metres.pvd",
-                             "sample_feet.dxf", "sample_metres.dxf", "default.dxf"}) {
-      std::filesystem::copy_file(std::filesystem::path(PARVENNA_APP_DIR) / name, dir / name);
-    }
+    parvenna::testing::CopySupplied(dir.path(), {"ParvennaPro.pvs", "sample_feet.pvd", "sample_metres.pvd",
+                                                 "sample_feet.dxf", "sample_metres.dxf"});
     state.AppDirectory = AppDir(dir);
   }
 

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <initializer_list>
 #include <random>
 #include <string>
 
@@ -31,6 +33,41 @@ class TempDir {
 
  private:
   std::filesystem::path path_;
+};
+
+// A file supplied with the program, as the build made it: share/parvenna/
+// of the build, which no program run writes.
+inline std::filesystem::path Supplied(const std::string& name) {
+  return std::filesystem::path(PARVENNA_SUPPLIED_DIR) / name;
+}
+
+// Copies supplied files into a test's own directory.
+inline void CopySupplied(const std::filesystem::path& dir, std::initializer_list<const char*> names) {
+  for (const char* name : names) std::filesystem::copy_file(Supplied(name), dir / name);
+}
+
+// An environment variable set, or unset with nullptr, for as long as the
+// object lives, and given back its old value after.
+class ScopedEnv {
+ public:
+  ScopedEnv(const char* name, const char* value) : name_(name) {
+    if (const char* old = std::getenv(name)) {
+      old_ = old;
+      had_ = true;
+    }
+    if (value) setenv(name, value, 1);
+    else unsetenv(name);
+  }
+  ~ScopedEnv() {
+    if (had_) setenv(name_.c_str(), old_.c_str(), 1);
+    else unsetenv(name_.c_str());
+  }
+  ScopedEnv(const ScopedEnv&) = delete;
+  ScopedEnv& operator=(const ScopedEnv&) = delete;
+
+ private:
+  std::string name_, old_;
+  bool had_ = false;
 };
 
 inline void WriteFile(const std::filesystem::path& path, const std::string& bytes) {

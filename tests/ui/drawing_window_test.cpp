@@ -265,7 +265,7 @@ TEST_F(DrawingWindowTest, OnScreenSampleDrawingStepByStep) {
   const char* out = std::getenv("PARVENNA_DRAWING_DEMO_DIR");
   if (!out) GTEST_SKIP() << "PARVENNA_DRAWING_DEMO_DIR is not set";
   const char* file = std::getenv("PARVENNA_DRAWING_DEMO_FILE");
-  project.DrawingFile = file ? file : std::string(PARVENNA_APP_DIR) + "/sample_feet.dxf";
+  project.DrawingFile = file ? file : std::string(PARVENNA_SUPPLIED_DIR) + "/sample_feet.dxf";
   window.setGeometry(0, 0, 1200, 860);
   form.OpenDrawing();
   window.Refresh();

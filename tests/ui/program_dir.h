@@ -9,13 +9,11 @@
 namespace parvenna::ui::testing {
 
 // A program directory of its own, with the supplied store, the sample
-// project and the drawings beside it, past its first run.
+// project and its drawing beside it, past its first run.
 class ProgramDir : public parvenna::testing::TempDir {
  public:
   ProgramDir() {
-    for (const char* file : {"ParvennaPro.pvs", "sample_feet.pvd", "sample_feet.dxf", "default.dxf"}) {
-      std::filesystem::copy_file(std::filesystem::path(PARVENNA_APP_DIR) / file, path() / file);
-    }
+    parvenna::testing::CopySupplied(path(), {"ParvennaPro.pvs", "sample_feet.pvd", "sample_feet.dxf"});
     store::Database::Open(path() / "ParvennaPro.pvs").Execute("UPDATE tblSetting SET FirstRun = 0");
   }
 

@@ -34,9 +34,7 @@ using parvenna::testing::TempDir;
 class ReportMenuTest : public ::testing::Test {
  protected:
   ReportMenuTest() {
-    for (const char* file : {"ParvennaPro.pvs", "sample_feet.pvd", "sample_feet.dxf", "default.dxf"}) {
-      fs::copy_file(fs::path(PARVENNA_APP_DIR) / file, dir / file);
-    }
+    parvenna::testing::CopySupplied(dir.path(), {"ParvennaPro.pvs", "sample_feet.pvd", "sample_feet.dxf"});
     store::Database::Open(dir / "ParvennaPro.pvs").Execute("UPDATE tblSetting SET FirstRun = 0");
     window.show();
     started = window.Start("\"" + Project() + "\"");
