@@ -13,12 +13,12 @@ set(CPACK_PACKAGE_NAME parvenna)
 set(CPACK_PACKAGE_VENDOR "The Parvenna team")
 set(CPACK_PACKAGE_CONTACT "support@parvenna.example.org")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "closure checker for land surveyors and plan examiners")
-set(CPACK_PACKAGE_DESCRIPTION
-    "Parvenna walks the courses of a parcel's boundary, lines by bearing or azimuth and\n"
-    "distance and curves by chord bearing, arc, radius and chord, and shows the\n"
-    "misclosure, the precision ratio, the area and a sketch after every keystroke.\n"
-    "Courses are keyed in or picked from a DWG, DXF or DGN drawing; parcels are kept\n"
-    "in a project file and printed as closure reports.")
+string(CONCAT CPACK_PACKAGE_DESCRIPTION
+    "Parvenna walks the courses of a parcel's boundary, lines by bearing or\n"
+    "azimuth and distance and curves by chord bearing, arc, radius and chord,\n"
+    "and shows the misclosure, the precision ratio, the area and a sketch after\n"
+    "every keystroke. Courses are keyed in or picked from a DWG, DXF or DGN\n"
+    "drawing; parcels are kept in a project file and printed as closure reports.")
 set(CPACK_RESOURCE_FILE_LICENSE ${CMAKE_SOURCE_DIR}/LICENSE)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
