@@ -70,8 +70,13 @@ test: build
 package: programs
 	cd $(BUILD) && cpack -G DEB
 
+# Through sudo only where the prefix is not the user's to write.
 install: programs
-	$(SUDO) cmake --install $(BUILD) --prefix $(PREFIX)
+	@if mkdir -p "$(PREFIX)" 2>/dev/null && [ -w "$(PREFIX)" ]; then \
+	  cmake --install $(BUILD) --prefix "$(PREFIX)"; \
+	else \
+	  $(SUDO) cmake --install $(BUILD) --prefix "$(PREFIX)"; \
+	fi
 
 sanitize: deps
 	cmake -S . -B $(BUILD)-sanitize -G Ninja -DCMAKE_BUILD_TYPE=Debug -DPARVENNA_WERROR=$(WERROR) \

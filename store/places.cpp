@@ -26,7 +26,7 @@ std::string DirectoryName(const fs::path& path) {
   return tidy.string();
 }
 
-// An environment variable's value, when it is set and not empty.
+// An environment variable's value; empty when it is not set.
 std::string Environment(const char* name) {
   const char* value = std::getenv(name);
   return value ? value : "";
@@ -38,11 +38,21 @@ std::string Environment(const char* name) {
 fs::path XdgBase(const char* variable, const char* underHome) {
   const fs::path value = Environment(variable);
   if (value.is_absolute()) return value;
-  std::string home = Environment("HOME");
-  if (home.empty()) home = "/";
-  return fs::path(home) / underHome;
+  const fs::path home = Environment("HOME");
+  return (home.empty() ? fs::path("/") : home) / underHome;
 }
 #endif
+
+// The words for a user folder, or a file in it, that could not be made.
+std::string FolderFailure(const fs::path& path, const std::error_code& ec) {
+  std::string text = messages::UserFolderFailed;
+  text += path.string();
+  if (ec) {
+    text += '\n';
+    text += ec.message();
+  }
+  return text;
+}
 
 // Copies a file so that it appears whole or not at all, and the copy is the
 // user's to write whatever the mode of the original.
@@ -54,8 +64,8 @@ bool CopyWhole(const fs::path& from, const fs::path& to, std::string& failure) {
   if (!ec) fs::permissions(part, fs::perms::owner_read | fs::perms::owner_write, fs::perm_options::add, ec);
   if (!ec) fs::rename(part, to, ec);
   if (ec) {
+    failure = FolderFailure(to, ec);
     fs::remove(part, ec);
-    failure = std::string(messages::UserFolderFailed) + to.string() + "\n" + ec.message();
     return false;
   }
   return true;
@@ -128,8 +138,7 @@ Places LocatePlaces(std::string_view programDirectory) {
   if (fs::is_regular_file(data / kSystemStoreName, ec)) return places;
   fs::create_directories(data, ec);
   if (ec || !DirectoryWritable(places.AppDirectory)) {
-    places.Failure = std::string(messages::UserFolderFailed) + data.string() +
-                     (ec ? "\n" + ec.message() : std::string());
+    places.Failure = FolderFailure(data, ec);
     return places;
   }
   const fs::path suppliedStore = SuppliedFile(program, kSystemStoreName);
