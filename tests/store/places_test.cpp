@@ -22,7 +22,6 @@ using parvenna::testing::CopySupplied;
 using parvenna::testing::ReadFile;
 using parvenna::testing::ScopedEnv;
 using parvenna::testing::ScriptedPrompter;
-using parvenna::testing::Supplied;
 using parvenna::testing::TempDir;
 using parvenna::testing::WriteFile;
 
