@@ -6,6 +6,7 @@
 
 #include "drawing/messages.h"
 #include "drawing/process_runner.h"
+#include "store/places.h"
 
 namespace parvenna::drawing {
 namespace {
@@ -20,12 +21,6 @@ constexpr std::size_t kLargestOutput = std::size_t{2} << 30;
 // The converter's exit status for a file it cannot read from the disk; 3 is
 // a file it cannot make out.
 constexpr int kUnreadable = 4;
-
-fs::path ProgramDirectory() {
-  std::error_code ec;
-  const fs::path exe = fs::read_symlink("/proc/self/exe", ec);
-  return ec ? fs::path() : exe.parent_path();
-}
 
 std::string Missing(const std::string& what) {
   return std::string(messages::ReasonConverterMissing) + what + messages::ReasonConverterMissingEnd;
@@ -42,15 +37,11 @@ bool ConverterComplete(const std::string& directory) {
 
 std::string ConverterDirectoryFor(const std::string& programDirectory) {
   if (programDirectory.empty()) return {};
-  const fs::path program(programDirectory);
-  for (const fs::path& candidate :
-       {program / "dwg_converter", program / ".." / "share" / "parvenna" / "dwg_converter"}) {
-    if (ConverterComplete(candidate.string())) return candidate.lexically_normal().string();
-  }
-  return {};
+  const std::string directory = store::SuppliedFile(programDirectory, "dwg_converter");
+  return ConverterComplete(directory) ? directory : std::string();
 }
 
-std::string ConverterDirectory() { return ConverterDirectoryFor(ProgramDirectory().string()); }
+std::string ConverterDirectory() { return ConverterDirectoryFor(store::ProgramDirectory()); }
 
 DwgConversion ConvertDwg(const std::string& path, const DwgOptions& options) {
   DwgConversion result;

@@ -246,7 +246,7 @@ TEST(DwgDrawings, AMissingOrSlowConverterSaysSo) {
 }
 
 TEST(DwgDrawings, TheConverterIsFoundBesideTheProgramOrWhereItIsInstalled) {
-  EXPECT_EQ(ConverterDirectory(), std::string(PARVENNA_APP_DIR) + "/dwg_converter");
+  EXPECT_EQ(ConverterDirectory(), std::string(PARVENNA_SUPPLIED_DIR) + "/dwg_converter");
   testing::TempDir root;
   const fs::path installed = root / "share/parvenna/dwg_converter";
   fs::create_directories(installed / "node_modules/@mlightcad/libredwg-web");

@@ -46,9 +46,7 @@ class MainWindowDrawingTest : public ::testing::Test {
  protected:
   MainWindowDrawingTest() {
     testing::TestApp();
-    for (const char* file : {"ParvennaPro.pvs", "sample_feet.pvd", "sample_feet.dxf", "default.dxf"}) {
-      fs::copy_file(fs::path(PARVENNA_APP_DIR) / file, dir / file);
-    }
+    parvenna::testing::CopySupplied(dir.path(), {"ParvennaPro.pvs", "sample_feet.pvd", "sample_feet.dxf"});
     store::Database db = store::Database::Open(dir / "ParvennaPro.pvs");
     db.Execute("UPDATE tblSetting SET FirstRun = 0");
   }
