@@ -8,6 +8,7 @@
 #include "app/cli/project_access.h"
 #include "editor/editor_form.h"
 #include "reports/recorded_picture.h"
+#include "store/places.h"
 #include "store/project_file.h"
 #include "store/project_opening.h"
 #include "store/system_store.h"
@@ -87,7 +88,7 @@ class OpenProject {
   OpenProject(const std::string& project, const std::string& appDirectory, std::ostream& err,
               MsgAnswer answer)
       : prompter(err, answer) {
-    state.AppDirectory = appDirectory.empty() ? ProgramDirectory() : appDirectory;
+    state.AppDirectory = appDirectory.empty() ? store::ProgramDirectory() : appDirectory;
     std::error_code ec;
     state.ProjectFile = fs::absolute(project, ec).string();
   }

@@ -1,6 +1,5 @@
 #include "app/cli/project_access.h"
 
-#include <filesystem>
 #include <ostream>
 
 namespace parvenna::cli {
@@ -14,13 +13,6 @@ MsgAnswer StreamPrompter::MsgBox(const Message& message) {
   }
   err_ << "parvenna-cli: " << message.Prompt << "\n";
   return MsgAnswer::OK;
-}
-
-std::string ProgramDirectory() {
-  namespace fs = std::filesystem;
-  std::error_code ec;
-  const fs::path exe = fs::read_symlink("/proc/self/exe", ec);
-  return ec ? fs::current_path().string() + "/" : exe.parent_path().string() + "/";
 }
 
 int IndexOfParcel(const ComboBox& combo, const std::string& name) {

@@ -34,9 +34,6 @@ class NoEditorHost : public editor::EditorHost {
   void ShowRowMenu(int) override {}
 };
 
-// The directory of the running program, with its separator.
-std::string ProgramDirectory();
-
 // The position of the parcel in the list: its name as stored, or as typed
 // (short names are stored right-aligned in six). -1 when it is not there.
 int IndexOfParcel(const ComboBox& combo, const std::string& name);

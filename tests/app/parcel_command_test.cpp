@@ -30,9 +30,7 @@ struct Outcome {
 class ParcelCommand : public ::testing::Test {
  protected:
   ParcelCommand() {
-    for (const char* file : {"sample_feet.pvd", "sample_feet.dxf", "default.dxf"}) {
-      fs::copy_file(fs::path(PARVENNA_APP_DIR) / file, dir / file);
-    }
+    parvenna::testing::CopySupplied(dir.path(), {"sample_feet.pvd", "sample_feet.dxf"});
   }
 
   Outcome Parcel(std::vector<std::string> args, const std::string& input = "") {

@@ -4,13 +4,13 @@
 #include "store/places.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <filesystem>
 
 #include "store/messages.h"
 #include "store/store.h"
 #include "store/system_store.h"
+#include "tests/store/child_process.h"
 #include "tests/store/temp_dir.h"
 #include "tests/support/scripted_prompter.h"
 
@@ -18,8 +18,11 @@ namespace parvenna::store {
 namespace {
 
 namespace fs = std::filesystem;
+using parvenna::testing::ChildLimits;
+using parvenna::testing::ChildOutcome;
 using parvenna::testing::CopySupplied;
 using parvenna::testing::ReadFile;
+using parvenna::testing::RunInChild;
 using parvenna::testing::ScopedEnv;
 using parvenna::testing::ScriptedPrompter;
 using parvenna::testing::TempDir;
@@ -159,18 +162,26 @@ TEST(LocatePlaces, WithoutASuppliedStoreTheStoresOwnWordsFollow) {
   EXPECT_EQ(prompter.shown[0].Prompt, messages::StoreMissing);
 }
 
-TEST(LocatePlaces, AStoreBesideTheProgramThatCannotBeWrittenSendsTheUserToACopy) {
-  if (geteuid() == 0) GTEST_SKIP() << "root writes any file";
+TEST(LocatePlaces, AProgramFolderTheUserCannotWriteSendsTheUserToACopy) {
+  // A copy of the program with its store, on a folder that is not the
+  // user's: run as a user who is not root, since root writes anywhere.
   TempDir program;
   TempDir home;
-  ScopedEnv data("XDG_DATA_HOME", (home / "data").c_str());
   CopySupplied(program.path(), {"ParvennaPro.pvs", "sample_feet.pvd"});
-  fs::permissions(program / "ParvennaPro.pvs", fs::perms::owner_read);
-  const UserDirectories user = UserDirectoriesOf();
-  const Places places = LocatePlaces(program.path().string());
-  EXPECT_TRUE(places.PerUser);
-  EXPECT_TRUE(fs::is_regular_file(fs::path(user.Data) / "ParvennaPro.pvs"));
-  EXPECT_TRUE(fs::is_regular_file(fs::path(user.Data) / "sample_feet.pvd"));
+  fs::permissions(program.path(), fs::perms::owner_all | fs::perms::group_read | fs::perms::group_exec |
+                                      fs::perms::others_read | fs::perms::others_exec);
+  fs::permissions(home.path(), fs::perms::all);
+  ScopedEnv data("XDG_DATA_HOME", (home / "data").c_str());
+  ChildLimits asUser;
+  asUser.unprivileged = true;
+  const ChildOutcome outcome = RunInChild(asUser, [&] {
+    const Places places = LocatePlaces(program.path().string());
+    return places.AppDirectory + (places.PerUser ? " per user" : " own") +
+           (fs::is_regular_file(fs::path(places.AppDirectory) / "ParvennaPro.pvs") ? " with store" : "") +
+           (fs::is_regular_file(fs::path(places.AppDirectory) / "sample_feet.pvd") ? " with sample" : "");
+  });
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.said, (home / "data/Parvenna").string() + " per user with store with sample");
 }
 
 TEST(UserDirectories, FollowTheFreedesktopRules) {
