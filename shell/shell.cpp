@@ -52,8 +52,13 @@ bool Shell::Start(const std::string& commandLine) {
   SetEditorTopmost(true);
 
   frmEditor.ExitConfirmed = false;
-  systemStore.FillRecentMenuAtStart(state, recent);
-  menu.ShowHistory(recent);
+  // The windows are named after the most recent project as soon as the list
+  // is read; an empty list names nothing.
+  if (systemStore.FillRecentMenuAtStart(state, recent)) {
+    SetCaptions(store::EditorCaption(recent), store::MainCaption(recent));
+  } else {
+    menu.ShowHistory(recent);
+  }
   frmEditor.EnableEditorFrames(false);
   frmEditor.ResetEditor();
   Editing = false;

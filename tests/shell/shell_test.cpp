@@ -102,6 +102,22 @@ TEST_F(ShellTest, WithoutAProjectOnlyFileWindowsAndHelpRespond) {
   EXPECT_TRUE(s.menu.mnuFOriginal.Checked);
 }
 
+TEST_F(ShellTest, AtTheStartTheCaptionsNameTheMostRecentProjectIfThereIsOne) {
+  SetFirstRun(false);
+  Shell& s = StartWith();
+  ASSERT_TRUE(started);
+  EXPECT_EQ(windows.mainCaption, "Parvenna Main - " + s.menu.mnuHistory[0].Caption);
+  EXPECT_EQ(windows.editorCaption, "Parvenna Editor - " + s.menu.mnuHistory[0].Caption);
+  EXPECT_THAT(windows.mainCaption, HasSubstr("sample_feet.pvd"));
+
+  // With no recent project the start says nothing and names nothing.
+  shell.reset();
+  store::Database::Open(dir / "ParvennaPro.pvs").Execute("DELETE FROM tblRecentProject");
+  windows.mainCaption.clear();
+  EXPECT_EQ(StartWith().menu.mnuHistory[0].Caption, "No recent projects");
+  EXPECT_TRUE(windows.mainCaption.empty());
+}
+
 TEST_F(ShellTest, AProjectOnTheCommandLineOpensWithItsFirstParcel) {
   SetFirstRun(false);
   const std::string project = (dir / "sample_feet.pvd").string();
