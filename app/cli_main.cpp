@@ -15,7 +15,7 @@ int main(int argc, char** argv) {
     std::cout << "parvenna-cli COMMAND ...\n\ncommands:\n  close   walk a parcel and show its closure\n"
               << "  drawing list a drawing's layers, entities and texts\n"
               << "  pick    the text that a click at a drawing point finds\n"
-              << "  report  the full, summary or picture closure report of a project\n"
+              << "  report  the full, summary, picture or mapcheck report of a project\n"
               << "  parcel  list, show, add or delete the parcels of a project\n\n"
               << parvenna::cli::kCloseUsage << parvenna::cli::kDrawingUsage
               << parvenna::cli::kReportUsage << parvenna::cli::kParcelUsage;

@@ -7,6 +7,7 @@ namespace parvenna::reports::messages {
 inline constexpr const char* FullCaption = "Parvenna full report";
 inline constexpr const char* SummaryCaption = "Parvenna summary report";
 inline constexpr const char* PictureCaption = "Parvenna report with picture";
+inline constexpr const char* MapcheckCaption = "Parvenna mapcheck";
 
 // Boxes.
 inline constexpr const char* SaveFirst = "Please save the current parcel before printing reports.";
@@ -100,5 +101,100 @@ inline constexpr const char* DistanceWord = "Misclosure Distance: ";
 inline constexpr const char* ErrorWord = "Error of closure: ";
 inline constexpr const char* TotalWord = "Total Distance: ";
 inline constexpr const char* DirectionWord = "Misclosure Direction: ";
+
+// The mapcheck.
+namespace mapcheck {
+
+inline constexpr const char* RatioTip = "The precision a parcel must reach to pass, 1 in this number.";
+inline constexpr const char* RatioLabel = "Precision 1:";
+inline constexpr const char* RatioRefused =
+    "The precision must be a whole number from 1 to 1,000,000,000. The former value stays.";
+
+inline constexpr const char* Title = "MAPCHECK";
+inline constexpr const char* SummaryTitle = "MAPCHECK SUMMARY";
+inline constexpr const char* ProjectWord = "Project file : ";
+inline constexpr const char* DrawingWord = "Drawing file : ";
+inline constexpr const char* ParcelWord = "Parcel       : ";
+inline constexpr const char* DateWord = "Date : ";
+inline constexpr const char* UnitsWord = "Units        : ";
+inline constexpr const char* Feet = "feet";
+inline constexpr const char* Metres = "metres";
+inline constexpr const char* NotationWord = "   Notation: ";
+inline constexpr const char* QuadrantBearing = "quadrant bearing";
+inline constexpr const char* AzimuthWord = "azimuth";
+inline constexpr const char* DecimalsWord = "   Decimals: ";
+inline constexpr const char* TolerancesWord = "Tolerances   : closure ";
+inline constexpr const char* RatioWord = ", precision 1:";
+inline constexpr const char* BeginningWord = "Point of beginning : N ";
+inline constexpr const char* EastWord = "  E ";
+inline constexpr const char* FeetShort = " ft";
+inline constexpr const char* MetresShort = " m";
+
+inline constexpr const char* CourseHeadStart = " No. Course ";
+inline constexpr const char* CourseHeadEnd = "    Distance        Northing         Easting";
+inline constexpr const char* LineWord = "Line";
+inline constexpr const char* CurveWord = "Curve";
+inline constexpr const char* RadiusWord = "Radius ";
+inline constexpr const char* ArcWord = "   Arc ";
+inline constexpr const char* ChordWord = "   Chord ";
+inline constexpr const char* ChordBearingWord = "   Chord ";  // followed by the notation's word
+inline constexpr const char* DeltaWord = "Delta ";
+inline constexpr const char* TangentWord = "   Tangent ";
+inline constexpr const char* TurnRight = "   Curve right";
+inline constexpr const char* TurnLeft = "   Curve left";
+inline constexpr const char* TurnUnknown = "   Curve side unknown (no sign set)";
+inline constexpr const char* TangentInWord = "Tangent in ";
+inline constexpr const char* TangentOutWord = "   Tangent out ";
+inline constexpr const char* NotShown = "-";
+
+inline constexpr const char* ClosureHead = "Closure";
+inline constexpr const char* ErrorNorth = "  Error north (end - beginning)  : ";
+inline constexpr const char* ErrorEast = "  Error east (end - beginning)   : ";
+inline constexpr const char* ErrorDistance = "  Error distance                 : ";
+inline constexpr const char* RoundedStart = "   (";
+inline constexpr const char* RoundedEnd = " at the project's decimals)";
+inline constexpr const char* ErrorBearing = "  Error direction (end to POB)   : ";
+inline constexpr const char* PerimeterLine = "  Perimeter (arcs for curves)    : ";
+inline constexpr const char* PrecisionLine = "  Precision                      : ";
+inline constexpr const char* AreaLine = "  Area                           : ";
+inline constexpr const char* AreaNotGood = "N/A (a curve's sign is not set)";
+inline constexpr const char* PerfectWord = "Perfect";
+inline constexpr const char* ToleranceVerdict = "Closure tolerance ";
+inline constexpr const char* RatioVerdict = "Precision tolerance 1:";
+inline constexpr const char* ResultVerdict = "Result";
+inline constexpr const char* Pass = "PASS";
+inline constexpr const char* Fail = "FAIL";
+inline constexpr const char* FindingsHead = "Findings";
+inline constexpr const char* NoFindings = "  None.";
+
+inline constexpr const char* CourseWord = "Course #";
+inline constexpr const char* NotADirection = "is not a direction of this project's notation.";
+inline constexpr const char* SignNotConfirmed =
+    "the curve's segment area is not confirmed (+/-), so its side is unknown.";
+inline constexpr const char* CurvesNotChecked = "The curves could not be checked against their radius and chord.";
+inline constexpr const char* TangencyNotChecked = "The joints of the curves could not be checked for tangency.";
+inline constexpr const char* TooManyStart = "The parcel has ";
+inline constexpr const char* TooManyEnd = " courses stored; only the first 50 are checked.";
+inline constexpr const char* IncompleteStart = "Course #";
+inline constexpr const char* IncompleteEnd =
+    " is incomplete: it and the courses after it are not counted.";
+inline constexpr const char* NoCourses = "No complete course is stored for this parcel.";
+inline constexpr const char* CannotWalk = "The courses cannot be computed: ";
+
+inline constexpr const char* SummaryHead =
+    " Parcel               No.   Perimeter";
+inline constexpr const char* SummaryClosureHead = "  Closure   Precision  Result";
+inline constexpr const char* ParcelsWord = " parcels";
+inline constexpr const char* OneParcelWord = " parcel";
+inline constexpr const char* TotalAreaWord = ", total area ";
+inline constexpr const char* PassCountWord = " pass, ";
+inline constexpr const char* FailCountWord = " fail";
+inline constexpr const char* NoCoursesShort = "no courses";
+
+inline constexpr const char* PageWord = "Page ";
+inline constexpr const char* OfWord = " of ";
+inline constexpr const char* ContinuedWord = " (continued)";
+
+}  // namespace mapcheck
 
 }  // namespace parvenna::reports::messages

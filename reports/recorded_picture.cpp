@@ -17,6 +17,9 @@ void RecordedPicture::PaintOn(Canvas& target) const {
       case Kind::Circle:
         target.Circle(s.a * sx, s.b * sy, s.c * sx, s.colour, s.start, s.end);
         break;
+      case Kind::Text:
+        target.Text(s.a * sx, s.b * sy, s.text, s.c * sy, s.d, s.colour);
+        break;
     }
   }
 }

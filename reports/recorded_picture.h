@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "platform/canvas.h"
@@ -32,6 +33,10 @@ class RecordedPicture : public Canvas, public PictureImage {
               double end) override {
     strokes_.push_back({Kind::Circle, cx, cy, radius, 0, colour, start, end});
   }
+  void Text(double x, double y, std::string_view text, double height, double angle,
+            Rgb colour) override {
+    strokes_.push_back({Kind::Text, x, y, height, angle, colour, 0, 0, std::string(text)});
+  }
 
   Rgb BackColor() const override { return back_; }
   void SetBackColor(Rgb colour) override { back_ = colour; }
@@ -40,12 +45,13 @@ class RecordedPicture : public Canvas, public PictureImage {
   std::size_t StrokeCount() const { return strokes_.size(); }
 
  private:
-  enum class Kind { Line, Box, Circle };
+  enum class Kind { Line, Box, Circle, Text };
   struct Stroke {
     Kind kind;
     double a, b, c, d;
     Rgb colour;
     double start = 0, end = 0;
+    std::string text = {};  // of a text: at (a, b), c high, turned by d
   };
   double width_;
   double height_;

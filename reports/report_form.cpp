@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "geometry/numbers.h"
+#include "reports/mapcheck_pages.h"
 #include "reports/messages.h"
 #include "reports/picture_report.h"
 #include "reports/rich_text.h"
@@ -16,6 +17,7 @@ ReportKind KindOfCaption(const std::string& caption) {
   if (caption == messages::FullCaption) return ReportKind::Full;
   if (caption == messages::SummaryCaption) return ReportKind::Summary;
   if (caption == messages::PictureCaption) return ReportKind::Picture;
+  if (caption == messages::MapcheckCaption) return ReportKind::Mapcheck;
   return ReportKind::Unknown;
 }
 
@@ -24,6 +26,7 @@ const char* CaptionOf(ReportKind kind) {
     case ReportKind::Full: return messages::FullCaption;
     case ReportKind::Summary: return messages::SummaryCaption;
     case ReportKind::Picture: return messages::PictureCaption;
+    case ReportKind::Mapcheck: return messages::MapcheckCaption;
     case ReportKind::Unknown: break;
   }
   return "";
@@ -48,7 +51,11 @@ ReportForm::ReportForm(store::ProjectState& projectState, Prompter& prompterPort
   optPassFail[1] = Option(PassCaption, PassTip);
   optPassFail[2] = Option(FailCaption, FailTip);
   Label1.Caption = ParcelLabel;
+  txtRatio.Text = PlainNumber(mapcheckOptions.ratio);
+  txtRatio.ToolTipText = mapcheck::RatioTip;
+  txtRatio.Visible = false;
   rtfReport.ToolTipText = PreviewTip;
+  ReportDate = TodayText();
 }
 
 void ReportForm::Form_Load() {
@@ -82,8 +89,9 @@ void ReportForm::Form_Load() {
     }
   });
 
+  txtRatio.Visible = Kind() == ReportKind::Mapcheck;
   if (!project.ToolTipsOn) {
-    for (std::string* tip : {&cbxParcel.ToolTipText, &cmdExport.ToolTipText,
+    for (std::string* tip : {&cbxParcel.ToolTipText, &txtRatio.ToolTipText, &cmdExport.ToolTipText,
                              &cmdPrint.ToolTipText, &cmdClose.ToolTipText,
                              &optPassFail[0].ToolTipText, &optPassFail[1].ToolTipText,
                              &optPassFail[2].ToolTipText, &rtfReport.ToolTipText}) {
@@ -143,6 +151,7 @@ void ReportForm::BuildReport() {
   switch (Kind()) {
     case ReportKind::Full: BuildFullReport(); break;
     case ReportKind::Summary: BuildSummaryReport(); break;
+    case ReportKind::Mapcheck: BuildMapcheckReport(); break;
     default: break;  // the picture report remembers the choice for its print
   }
 }
@@ -243,11 +252,14 @@ void ReportForm::cmdPrint_Click() {
     if (editor != nullptr) PictureReport(*this, *editor).PictureRun();
     return;
   }
+  // The mapcheck prints its own pages, with the sketches, not the preview.
+  const bool pages = Kind() == ReportKind::Mapcheck;
   int flags = 256;
-  if (rtfReport.SelLength != 0) flags += 1;
+  if (rtfReport.SelLength != 0 && !pages) flags += 1;
   std::unique_ptr<Printer> printer = windows.ShowPrinter(flags);
   if (!printer) return;
-  PrintPreview(*printer);
+  if (pages) PrintMapcheck(mapcheck_, *printer);
+  else PrintPreview(*printer);
 }
 
 void ReportForm::cmdClose_Click() { Form_Unload(); }

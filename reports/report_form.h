@@ -5,6 +5,7 @@
 
 #include "platform/controls.h"
 #include "platform/prompter.h"
+#include "reports/mapcheck_text.h"
 #include "reports/messages.h"
 #include "reports/report_course.h"
 #include "reports/report_filter.h"
@@ -18,8 +19,8 @@ class EditorForm;
 
 namespace parvenna::reports {
 
-// The window's caption is the switch between the three reports.
-enum class ReportKind { Full, Summary, Picture, Unknown };
+// The window's caption is the switch between the reports.
+enum class ReportKind { Full, Summary, Picture, Mapcheck, Unknown };
 ReportKind KindOfCaption(const std::string& caption);
 const char* CaptionOf(ReportKind kind);
 
@@ -86,6 +87,8 @@ class ReportForm {
   CommandButton cmdExport, cmdPrint, cmdClose;
   std::array<OptionButton, 3> optPassFail;
   Label Label1;
+  // The precision asked of the mapcheck, 1 in this number; shown only there.
+  TextBox txtRatio;
   RichTextBox rtfReport;
   ReportMenus menus;
 
@@ -97,6 +100,10 @@ class ReportForm {
   // command-line tool keeps them apart from a running program's).
   std::string WorkDirectoryOverride;
   bool Unloaded = false;
+  // What the mapcheck states and asks: the date of its head, the point of
+  // beginning and the precision (the ratio follows txtRatio).
+  std::string ReportDate;
+  MapcheckOptions mapcheckOptions;
 
   ReportKind Kind() const { return KindOfCaption(Caption); }
 
@@ -112,6 +119,10 @@ class ReportForm {
   void SelectParcel(int listIndex);
   void optPassFail_Click(int index);
   void cbxParcel_Click();
+  // The user changed the mapcheck's precision: a whole number from 1 up is
+  // taken and the report built again; anything else is refused with a box
+  // and the former number comes back.
+  void txtRatio_Change(const std::string& text);
   void cmdExport_Click();
   void cmdPrint_Click();
   void cmdClose_Click();
@@ -125,6 +136,9 @@ class ReportForm {
   // ---- Builders --------------------------------------------------------------
   void BuildFullReport();
   void BuildSummaryReport();
+  void BuildMapcheckReport();
+  // The mapcheck last built.
+  const MapcheckDocument& Mapcheck() const { return mapcheck_; }
   // Whichever the caption names; nothing for the picture report.
   void BuildReport();
 
@@ -144,6 +158,7 @@ class ReportForm {
   void LoadPreview(std::string&& written, bool writtenOk);
   store::Database db_;
   ReportWork work_;
+  MapcheckDocument mapcheck_;
 };
 
 // The report menu of the main window: with the editor's Save enabled the

@@ -65,6 +65,24 @@ void AppendWidened(std::string& out, std::string_view text, int width) {
   out += text;
 }
 
+bool NeedsQuotes(std::string_view field) {
+  return field.find_first_of(",\"") != std::string_view::npos;
+}
+
+void AppendQuoted(std::string& out, std::string_view field) {
+  out += '"';
+  for (char c : field) {
+    if (c == '"') out += '"';
+    out += c;
+  }
+  out += '"';
+}
+
+void AppendCsvField(std::string& out, std::string_view field) {
+  if (NeedsQuotes(field)) AppendQuoted(out, field);
+  else out += field;
+}
+
 std::string LeftChars(std::string_view text, std::size_t count) {
   std::size_t chars = 0;
   for (std::size_t i = 0; i < text.size(); ++i) {

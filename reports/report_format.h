@@ -33,6 +33,15 @@ void AppendPadded(std::string& out, std::string_view text, int width);
 // line grows wider rather than lose a figure or run two together.
 void AppendWidened(std::string& out, std::string_view text, int width);
 
+// The CSV rows are read by spreadsheets: a field that holds a comma or a
+// quote (a length of 1,000 or more, every direction with its seconds mark)
+// is quoted, its quotes doubled, so that it stays one cell.
+bool NeedsQuotes(std::string_view field);
+// The field quoted, its quotes doubled.
+void AppendQuoted(std::string& out, std::string_view field);
+// The field as it stands, or quoted when it needs quotes.
+void AppendCsvField(std::string& out, std::string_view field);
+
 // The first `count` characters of a text.
 std::string LeftChars(std::string_view text, std::size_t count);
 

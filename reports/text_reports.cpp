@@ -68,22 +68,6 @@ bool ParcelIdOf(const store::Value& value, long& id) {
   }
 }
 
-// The CSV rows are read by spreadsheets: a field that holds a comma or a
-// quote (a length of 1,000 or more, every direction with its seconds mark)
-// is quoted, its quotes doubled, so that it stays one cell.
-bool NeedsQuotes(std::string_view field) {
-  return field.find_first_of(",\"") != std::string_view::npos;
-}
-
-void AppendQuoted(std::string& out, std::string_view field) {
-  out += '"';
-  for (char c : field) {
-    if (c == '"') out += '"';
-    out += c;
-  }
-  out += '"';
-}
-
 // A field that the rows write after a blank: quoted without the blank when
 // it must be, since a quote after a blank would not open a quoted field.
 void AppendBlankOrQuoted(std::string& out, std::string_view field) {

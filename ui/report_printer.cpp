@@ -66,6 +66,24 @@ void PagePictureCanvas::Circle(double cx, double cy, double radius, Rgb colour, 
                    static_cast<int>(std::lround(span * 180 / std::numbers::pi * 16)));
 }
 
+void PagePictureCanvas::Text(double x, double y, std::string_view text, double height,
+                             double angle, Rgb colour) {
+  if (!std::isfinite(x) || !std::isfinite(y) || !std::isfinite(angle) || !(height > 0) ||
+      height > rect_.height()) {
+    return;
+  }
+  // The height given is a capital's, about 0.72 of the font's pixel size.
+  QFont font(QStringLiteral("Arial"));
+  font.setPixelSize(std::max(1, static_cast<int>(std::lround(height / 0.72))));
+  painter_.save();
+  painter_.setFont(font);
+  painter_.setPen(ColourOf(colour));
+  painter_.translate(rect_.left() + x, rect_.top() + y);
+  painter_.rotate(-angle * 180 / std::numbers::pi);
+  painter_.drawText(QPointF(0, 0), TextOf(text));
+  painter_.restore();
+}
+
 // ---- The printer ------------------------------------------------------------------
 
 std::unique_ptr<QtPrinter> QtPrinter::ForPdf(const std::string& path) {

@@ -28,6 +28,8 @@ class PagePictureCanvas : public Canvas {
   void Box(double x1, double y1, double x2, double y2, Rgb colour) override;
   void Circle(double cx, double cy, double radius, Rgb colour, double startAngle,
               double endAngle) override;
+  void Text(double x, double y, std::string_view text, double height, double angle,
+            Rgb colour) override;
 
  private:
   QPen Pen(Rgb colour) const;

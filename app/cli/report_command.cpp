@@ -2,10 +2,14 @@
 
 #include <filesystem>
 #include <iostream>
+#include <algorithm>
 #include <random>
 
 #include "app/cli/project_access.h"
 #include "editor/editor_form.h"
+#include "geometry/numbers.h"
+#include "reports/mapcheck_pages.h"
+#include "reports/work_files.h"
 #include "reports/messages.h"
 #include "reports/recorded_picture.h"
 #include "reports/report_form.h"
@@ -30,8 +34,22 @@ struct ReportOptions {
   int filter = 0;  // 0 all, 1 pass, 2 fail
   bool parcelGiven = false;
   std::string parcel;
-  std::string outFile, csvFile, pdfFile;
+  std::string outFile, csvFile, pdfFile, coursesCsvFile;
+  reports::MapcheckOptions mapcheck;
 };
+
+// "N,E": the point of beginning of the mapcheck.
+void ReadPob(const std::string& text, reports::MapcheckOptions& options) {
+  const std::size_t comma = text.find(',');
+  try {
+    if (comma == std::string::npos || text.find(',', comma + 1) != std::string::npos) throw 0;
+    options.pobNorth = TextToDouble(text.substr(0, comma));
+    options.pobEast = TextToDouble(text.substr(comma + 1));
+  } catch (...) {
+    throw UsageError{"--pob is the northing and easting of the beginning, as 5000,2000, not \"" +
+                     text + "\""};
+  }
+}
 
 ReportOptions Parse(const std::vector<std::string>& args) {
   ReportOptions o;
@@ -39,6 +57,7 @@ ReportOptions Parse(const std::vector<std::string>& args) {
   if (args[0] == "full") o.kind = ReportKind::Full;
   else if (args[0] == "summary") o.kind = ReportKind::Summary;
   else if (args[0] == "picture") o.kind = ReportKind::Picture;
+  else if (args[0] == "mapcheck") o.kind = ReportKind::Mapcheck;
   else throw UsageError{"unknown report \"" + args[0] + "\""};
   for (std::size_t i = 1; i < args.size(); ++i) {
     const std::string& a = args[i];
@@ -58,6 +77,13 @@ ReportOptions Parse(const std::vector<std::string>& args) {
     } else if (a == "--out") o.outFile = value();
     else if (a == "--csv") o.csvFile = value();
     else if (a == "--pdf") o.pdfFile = value();
+    else if (a == "--courses-csv") o.coursesCsvFile = value();
+    else if (a == "--ratio") {
+      const std::string& r = value();
+      const std::optional<double> ratio = reports::RatioOfText(r);
+      if (!ratio) throw UsageError{"--ratio is a whole number from 1 to 1000000000, not \"" + r + "\""};
+      o.mapcheck.ratio = *ratio;
+    } else if (a == "--pob") ReadPob(value(), o.mapcheck);
     else if (a.size() > 1 && a[0] == '-') throw UsageError{"unknown option " + a};
     else if (o.project.empty()) o.project = a;
     else throw UsageError{"only one project, found also \"" + a + "\""};
@@ -66,8 +92,14 @@ ReportOptions Parse(const std::vector<std::string>& args) {
   if (o.kind == ReportKind::Picture && o.pdfFile.empty()) {
     throw UsageError{"the picture report is printed: give --pdf FILE"};
   }
-  if (o.kind != ReportKind::Full && !o.csvFile.empty()) {
-    throw UsageError{"only the full report has CSV rows"};
+  if (o.kind != ReportKind::Full && o.kind != ReportKind::Mapcheck && !o.csvFile.empty()) {
+    throw UsageError{"only the full report and the mapcheck have CSV rows"};
+  }
+  const bool mapcheckOnly = !o.coursesCsvFile.empty() ||
+                            std::find(args.begin(), args.end(), "--ratio") != args.end() ||
+                            std::find(args.begin(), args.end(), "--pob") != args.end();
+  if (o.kind != ReportKind::Mapcheck && mapcheckOnly) {
+    throw UsageError{"--ratio, --pob and --courses-csv belong to the mapcheck"};
   }
   return o;
 }
@@ -143,6 +175,8 @@ int Run(const ReportOptions& o, std::ostream& out, std::ostream& err,
   }
   reports::ReportForm form(state, prompter, windows, editor.get());
   form.WorkDirectoryOverride = work.Path();
+  form.mapcheckOptions = o.mapcheck;
+  form.txtRatio.Text = PlainNumber(o.mapcheck.ratio);
   reports::OpenReport(o.kind, false, form);
   form.Form_Load();
   if (o.parcelGiven) {
@@ -177,7 +211,15 @@ int Run(const ReportOptions& o, std::ostream& out, std::ostream& err,
       return 1;
     }
   }
-  if (windows.printer) form.PrintPreview(*windows.printer);
+  if (!o.coursesCsvFile.empty() &&
+      !reports::WriteWholeFile(o.coursesCsvFile, reports::CoursesCsv(form.Mapcheck()))) {
+    err << "parvenna-cli: cannot write " << o.coursesCsvFile << "\n";
+    return 1;
+  }
+  if (windows.printer) {
+    if (o.kind == ReportKind::Mapcheck) reports::PrintMapcheck(form.Mapcheck(), *windows.printer);
+    else form.PrintPreview(*windows.printer);
+  }
   return 0;
 }
 
