@@ -80,8 +80,8 @@ void ReportForm::BuildMapcheckReport() {
 void ReportForm::txtRatio_Change(const std::string& text) {
   const std::optional<double> ratio = RatioOfText(text);
   if (!ratio) {
-    Inform(prompter, messages::mapcheck::RatioRefused);
     txtRatio.Text = PlainNumber(mapcheckOptions.ratio);
+    Inform(prompter, messages::mapcheck::RatioRefused);
     return;
   }
   txtRatio.Text = text;

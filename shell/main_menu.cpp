@@ -55,7 +55,7 @@ void MainMenu::BuildTree() {
              entry("mnuMiniWindow", mnuMiniWindow)}),
       entry("mnuReport", e.mnuReport,
             {entry("mnuFullReport", mnuFullReport), entry("mnuSumReport", mnuSumReport),
-             entry("mnuPicReport", mnuPicReport)}),
+             entry("mnuPicReport", mnuPicReport), entry("mnuMapcheckReport", mnuMapcheckReport)}),
       entry("mnuWindows", mnuWindows,
             {entry("mnuNativeView", mnuNativeView), entry("mnuSplitVertical", mnuSplitVertical)}),
       entry("mnuHelpMain", mnuHelpMain,

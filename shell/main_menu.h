@@ -45,7 +45,7 @@ class MainMenu {
            mnuVerfyTangent = Menu("Verify tangential curves"),
            mnuMiniWindow = Menu("Minimize during grab");
   MenuItem mnuFullReport = Menu("Full report"), mnuSumReport = Menu("Summary report"),
-           mnuPicReport = Menu("Picture report");
+           mnuPicReport = Menu("Picture report"), mnuMapcheckReport = Menu("Mapcheck");
   MenuItem mnuWindows = Menu("&Windows"), mnuNativeView = Menu("Native view"),
            mnuSplitVertical = Menu("Split vertical");
   MenuItem mnuHelpMain = Menu("&Help"), mnuHelp = Menu("Help"),

@@ -32,6 +32,7 @@ inline constexpr const char* NoVideo =
 inline constexpr const char* FullReport = "Parvenna full report";
 inline constexpr const char* SummaryReport = "Parvenna summary report";
 inline constexpr const char* PictureReport = "Parvenna report with picture";
+inline constexpr const char* MapcheckReport = "Parvenna mapcheck";
 
 // Where the help menu leads.
 inline constexpr const char* FaqAddress = "https://parvenna.example.org/faq";

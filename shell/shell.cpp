@@ -159,6 +159,7 @@ void Shell::BindMenu() {
   on("mnuFullReport", [this] { ShowReport(messages::FullReport); });
   on("mnuSumReport", [this] { ShowReport(messages::SummaryReport); });
   on("mnuPicReport", [this] { ShowReport(messages::PictureReport); });
+  on("mnuMapcheckReport", [this] { ShowReport(messages::MapcheckReport); });
   on("mnuNativeView",
      [this] { frmView.mnuNativeView_Click(windows.AreaWidth(), windows.AreaHeight()); });
   on("mnuSplitVertical",

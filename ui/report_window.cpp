@@ -7,6 +7,7 @@
 #include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPrintDialog>
@@ -70,6 +71,13 @@ ReportWindow::ReportWindow(store::ProjectState& project, Prompter& prompter,
   cbxParcel_->setObjectName("cbxParcel");
   cbxParcel_->setMinimumContentsLength(16);
   barLayout->addWidget(cbxParcel_);
+  ratioLabel_ = new QLabel(Q(reports::messages::mapcheck::RatioLabel), bar);
+  txtRatio_ = new QLineEdit(bar);
+  txtRatio_->setObjectName("txtRatio");
+  txtRatio_->setMaxLength(13);
+  txtRatio_->setFixedWidth(txtRatio_->fontMetrics().horizontalAdvance(QStringLiteral("0000000000000")));
+  barLayout->addWidget(ratioLabel_);
+  barLayout->addWidget(txtRatio_);
   cmdPrint_ = new QPushButton(bar);
   cmdClose_ = new QPushButton(bar);
   cmdExport_ = new QPushButton(bar);
@@ -125,6 +133,13 @@ void ReportWindow::bind() {
   }
   connect(cbxParcel_, qOverload<int>(&QComboBox::activated), this,
           [this](int index) { Run([&] { form_.SelectParcel(index); }); });
+  connect(txtRatio_, &QLineEdit::editingFinished, this, [this] {
+    const std::string text = txtRatio_->text().toStdString();
+    if (ratioBusy_ || text == form_.txtRatio.Text) return;
+    ratioBusy_ = true;
+    Run([&] { form_.txtRatio_Change(text); });
+    ratioBusy_ = false;
+  });
   connect(cmdExport_, &QPushButton::clicked, this, [this] { Run([&] { form_.cmdExport_Click(); }); });
   connect(cmdPrint_, &QPushButton::clicked, this, [this] { Print(); });
   connect(cmdClose_, &QPushButton::clicked, this, [this] { close(); });
@@ -170,6 +185,13 @@ void ReportWindow::Refresh() {
                                std::pair{cmdClose_, &f.cmdClose}}) {
     button->setText(Q(model->Caption));
     button->setToolTip(Q(model->ToolTipText));
+  }
+  {
+    QSignalBlocker block(txtRatio_);
+    if (txtRatio_->text().toStdString() != f.txtRatio.Text) txtRatio_->setText(Q(f.txtRatio.Text));
+    txtRatio_->setToolTip(Q(f.txtRatio.ToolTipText));
+    txtRatio_->setVisible(f.txtRatio.Visible);
+    ratioLabel_->setVisible(f.txtRatio.Visible);
   }
   // The picture report keeps "Save as" outside its narrow window.
   cmdExport_->setVisible(f.Kind() != reports::ReportKind::Picture);

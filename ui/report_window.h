@@ -11,6 +11,8 @@
 #include "reports/report_windows.h"
 
 class QComboBox;
+class QLabel;
+class QLineEdit;
 class QPlainTextEdit;
 class QPrinter;
 class QPushButton;
@@ -85,6 +87,9 @@ class ReportWindow : public QWidget, public reports::ReportWindows {
   reports::ReportForm form_;
   QWidget* editorWindow_;
   QComboBox* cbxParcel_;
+  QLabel* ratioLabel_;
+  QLineEdit* txtRatio_;
+  bool ratioBusy_ = false;  // a refusal's box takes the focus from the field
   std::array<QRadioButton*, 3> optPassFail_{};
   QPushButton *cmdExport_, *cmdPrint_, *cmdClose_;
   QPlainTextEdit* rtfReport_;
