@@ -127,6 +127,8 @@ void AddFindings(CourseList& grid, const GeometrySettings& settings, ParcelState
 
 }  // namespace
 
+double WholePrecision(double precision) { return std::floor(precision * (1 + 1e-9)); }
+
 CourseList CoursesOfRows(std::span<const MeasurementRow* const> rows) {
   CourseList grid;
   const auto text = [](const std::optional<double>& v) { return v ? PlainNumber(*v) : ""; };
@@ -205,17 +207,17 @@ MapcheckParcel CheckParcel(const std::string& name, std::span<const MeasurementR
   parcel.errorEast = end.x;
   parcel.closure = std::hypot(end.x, end.y);
   parcel.closureRounded = state.Closure;
-  if (parcel.closure > 0) {
-    parcel.closureAzimuth = Normalised(std::atan2(-end.x, -end.y) / kRadiansPerDegree);
-  }
+  // A closure of a thousand millionth of the perimeter is the noise of the
+  // arithmetic: nil, with no direction.
   if (parcel.closure > 0 && parcel.perimeter / parcel.closure < PerfectPrecision) {
     parcel.precision = parcel.perimeter / parcel.closure;
+    parcel.closureAzimuth = Normalised(std::atan2(-end.x, -end.y) / kRadiansPerDegree);
   }
   parcel.area = state.Area;
   parcel.areaGood = state.AreaGood;
 
   parcel.passTolerance = parcel.closureRounded <= settings.ClosureTolerance;
-  parcel.passRatio = !parcel.precision || *parcel.precision >= options.ratio;
+  parcel.passRatio = !parcel.precision || WholePrecision(*parcel.precision) >= options.ratio;
   AddFindings(grid, settings, state, last, parcel);
   return parcel;
 }

@@ -91,6 +91,11 @@ MapcheckParcel CheckParcel(const std::string& name, std::span<const MeasurementR
 // Precisions from one in a thousand million up count as a closure of nil.
 inline constexpr double PerfectPrecision = 1e9;
 
+// The precision as the whole N of 1:N: cut, so that 1:10,000 shown has
+// reached 10,000, after the last digits of the arithmetic's noise are let go
+// (a closure of 0.01 over 199.99 is 1:19,999, though the double falls short).
+double WholePrecision(double precision);
+
 // The precision asked for, from its text: a whole number from 1 to a
 // thousand million, thousands commas allowed ("10,000"); none for anything
 // else.

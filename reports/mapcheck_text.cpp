@@ -58,6 +58,29 @@ std::string AreaUnit(const char* unit) {
   return std::string(unit).substr(1);
 }
 
+// A finding in lines of at most `width` characters, broken at blanks, the
+// lines after the first indented further, so that it stays on the paper.
+constexpr std::size_t kLineWidth = 96;
+void AddWrapped(std::vector<std::string>& out, const std::string& text) {
+  std::string line = "  ";
+  bool fresh = true;  // nothing on the line yet but its indent
+  for (std::size_t start = 0; start < text.size();) {
+    std::size_t end = text.find(' ', start);
+    if (end == std::string::npos) end = text.size();
+    const std::string word = text.substr(start, end - start);
+    if (!fresh && store::CharacterCount(line) + 1 + store::CharacterCount(word) > kLineWidth) {
+      out.push_back(line);
+      line = "    ";
+      fresh = true;
+    }
+    if (!fresh) line += ' ';
+    line += word;
+    fresh = false;
+    start = end + 1;
+  }
+  out.push_back(line);
+}
+
 std::string Verdict(bool pass) { return pass ? mc::Pass : mc::Fail; }
 
 std::string ClosureDirection(const MapcheckHeader& h, const MapcheckParcel& p) {
@@ -164,7 +187,7 @@ std::string DirectionText(const Notation& notation, double azimuth) {
 
 std::string PrecisionText(const MapcheckParcel& parcel) {
   if (!parcel.precision) return mc::PerfectWord;
-  return "1:" + Whole(std::floor(*parcel.precision));
+  return "1:" + Whole(WholePrecision(*parcel.precision));
 }
 
 std::string TodayText() {
@@ -182,8 +205,8 @@ ParcelSection SectionOf(const MapcheckHeader& h, const MapcheckParcel& p) {
   for (std::string& line : HeadLines(h, &p.name)) s.head.push_back(std::move(line));
   if (!p.failure.empty()) {
     s.findings.push_back(mc::FindingsHead);
-    s.findings.push_back("  " + p.failure);
-    for (const std::string& f : p.findings) s.findings.push_back("  " + f);
+    AddWrapped(s.findings, p.failure);
+    for (const std::string& f : p.findings) AddWrapped(s.findings, f);
     return s;
   }
   s.tableHead = mc::CourseHeadStart + PadRight(h.notation.BearingMode ? messages::Bearing : messages::Azimuth, 16) +
@@ -192,7 +215,7 @@ ParcelSection SectionOf(const MapcheckHeader& h, const MapcheckParcel& p) {
   s.closure = ClosureLines(h, p);
   s.findings.push_back(mc::FindingsHead);
   if (p.findings.empty()) s.findings.push_back(mc::NoFindings);
-  for (const std::string& f : p.findings) s.findings.push_back("  " + f);
+  for (const std::string& f : p.findings) AddWrapped(s.findings, f);
   return s;
 }
 
@@ -248,7 +271,7 @@ std::string MapcheckText(const MapcheckDocument& document) {
   for (const MapcheckParcel& p : document.parcels) {
     const ParcelSection s = SectionOf(document.header, p);
     add("");
-    add(std::string(96, '='));
+    add(std::string(kLineWidth, '='));
     for (const std::string& line : s.head) add(line);
     if (!s.tableHead.empty()) {
       add("");
