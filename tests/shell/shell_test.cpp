@@ -196,8 +196,12 @@ TEST_F(ShellTest, EditMenuEntriesFollowSavingAndTheCurrentRow) {
   EXPECT_TRUE(windows.reports.empty());
   s.MenuClick("mnuCancelParcel");
   s.MenuClick("mnuSumReport");
-  EXPECT_THAT(windows.reports, ElementsAre("Parvenna summary report"));
+  s.MenuClick("mnuMapcheckReport");
+  EXPECT_THAT(windows.reports, ElementsAre("Parvenna summary report", "Parvenna mapcheck"));
   s.MenuClick("mnuEditMode");
+  s.MenuClick("mnuMapcheckReport");
+  EXPECT_EQ(prompter.Prompts().back(), "Please save the current parcel before printing reports.");
+  EXPECT_EQ(windows.reports.size(), 2u);
   s.MenuClick("mnuNew");
   s.MenuClick("mnuOpen");
   EXPECT_EQ(prompter.Prompts().back(), "Please save the current parcel before opening a new project.");

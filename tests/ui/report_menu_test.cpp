@@ -177,5 +177,55 @@ TEST_F(ReportMenuTest, APictureRunPrintsEveryParcelToOnePdfAndTheEditorShowsWhat
   }
 }
 
+TEST_F(ReportMenuTest, TheMapcheckOpensFromTheMenuAsksItsPrecisionAndPrintsItsPages) {
+  ASSERT_TRUE(started);
+  ReportWindow* report = Open("mnuMapcheckReport");
+  ASSERT_NE(report, nullptr);
+  EXPECT_EQ(report->windowTitle().toStdString(), "Parvenna mapcheck");
+  EXPECT_TRUE(Has(Preview(report), "MAPCHECK SUMMARY")) << Preview(report);
+  EXPECT_TRUE(Has(Preview(report), "MAPCHECK - Lot 103"));
+  auto* ratio = report->findChild<QLineEdit*>("txtRatio");
+  ASSERT_NE(ratio, nullptr);
+  EXPECT_TRUE(ratio->isVisible());
+  EXPECT_EQ(ratio->text().toStdString(), "10000");
+
+  // Lot 102 (1:1,498) reaches a precision of 1:1,000.
+  ratio->selectAll();
+  QTest::keyClicks(ratio, "1000");
+  QTest::keyClick(ratio, Qt::Key_Return);
+  EXPECT_TRUE(Has(Preview(report), "precision 1:1,000")) << Preview(report);
+  EXPECT_TRUE(Has(Preview(report), "Precision tolerance 1:1,000     : PASS   (1:1,498)"))
+      << Preview(report);
+
+  ratio->selectAll();
+  QTest::keyClicks(ratio, "one in ten");
+  QTest::keyClick(ratio, Qt::Key_Return);
+  ASSERT_FALSE(prompter.shown.empty());
+  EXPECT_EQ(prompter.shown.back().Prompt,
+            "The precision must be a whole number from 1 to 1,000,000,000. The former value stays.");
+  EXPECT_EQ(ratio->text().toStdString(), "1000");
+
+  const std::string pdf = (dir / "mapcheck.pdf").string();
+  report->SetPrinterChooser([pdf](bool) {
+    auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    printer->setOutputFormat(QPrinter::PdfFormat);
+    printer->setOutputFileName(QString::fromStdString(pdf));
+    return printer;
+  });
+  QTest::mouseClick(report->findChild<QPushButton*>("cmdPrint"), Qt::LeftButton);
+  if (!parvenna::testing::PopplerAvailable()) GTEST_SKIP() << "poppler-utils missing";
+  const auto pages = parvenna::testing::ReadPdf(pdf);
+  ASSERT_EQ(pages.size(), 4u);
+  EXPECT_TRUE(Has(pages[0].Text(), "Lot 102 4 551.63")) << pages[0].Text();
+  EXPECT_TRUE(Has(pages[3].Text(), "Page 4 of 4"));
+  EXPECT_TRUE(Has(pages[3].Text(), "Curve left"));
+  Close(report);
+
+  // The other reports show no precision in their bar.
+  report = Open("mnuFullReport");
+  ASSERT_NE(report, nullptr);
+  EXPECT_FALSE(report->findChild<QLineEdit*>("txtRatio")->isVisible());
+}
+
 }  // namespace
 }  // namespace parvenna::ui
