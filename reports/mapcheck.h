@@ -50,7 +50,6 @@ struct MapcheckCourse {
   bool curve = false;
   std::string direction;  // as typed: a line's, or a curve's chord
   double length = 0;      // a line's distance, a curve's chord
-  std::string lengthText;  // as stored
   double azimuth = 0;     // of the line or chord, as the walk takes it
   CurveFigures curveData;
   double north = 0, east = 0;  // the point the course ends at, from the beginning

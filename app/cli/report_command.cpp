@@ -2,7 +2,6 @@
 
 #include <filesystem>
 #include <iostream>
-#include <algorithm>
 #include <random>
 
 #include "app/cli/project_access.h"
@@ -36,6 +35,7 @@ struct ReportOptions {
   std::string parcel;
   std::string outFile, csvFile, pdfFile, coursesCsvFile;
   reports::MapcheckOptions mapcheck;
+  bool mapcheckOption = false;  // --ratio, --pob or --courses-csv was given
 };
 
 // "N,E": the point of beginning of the mapcheck.
@@ -77,13 +77,14 @@ ReportOptions Parse(const std::vector<std::string>& args) {
     } else if (a == "--out") o.outFile = value();
     else if (a == "--csv") o.csvFile = value();
     else if (a == "--pdf") o.pdfFile = value();
-    else if (a == "--courses-csv") o.coursesCsvFile = value();
-    else if (a == "--ratio") {
-      const std::string& r = value();
-      const std::optional<double> ratio = reports::RatioOfText(r);
-      if (!ratio) throw UsageError{"--ratio is a whole number from 1 to 1000000000, not \"" + r + "\""};
-      o.mapcheck.ratio = *ratio;
-    } else if (a == "--pob") ReadPob(value(), o.mapcheck);
+    else if (a == "--courses-csv" || a == "--ratio" || a == "--pob") {
+      o.mapcheckOption = true;
+      const std::string& v = value();
+      if (a == "--courses-csv") o.coursesCsvFile = v;
+      else if (a == "--pob") ReadPob(v, o.mapcheck);
+      else if (const std::optional<double> ratio = reports::RatioOfText(v)) o.mapcheck.ratio = *ratio;
+      else throw UsageError{"--ratio is a whole number from 1 to 1000000000, not \"" + v + "\""};
+    }
     else if (a.size() > 1 && a[0] == '-') throw UsageError{"unknown option " + a};
     else if (o.project.empty()) o.project = a;
     else throw UsageError{"only one project, found also \"" + a + "\""};
@@ -95,10 +96,7 @@ ReportOptions Parse(const std::vector<std::string>& args) {
   if (o.kind != ReportKind::Full && o.kind != ReportKind::Mapcheck && !o.csvFile.empty()) {
     throw UsageError{"only the full report and the mapcheck have CSV rows"};
   }
-  const bool mapcheckOnly = !o.coursesCsvFile.empty() ||
-                            std::find(args.begin(), args.end(), "--ratio") != args.end() ||
-                            std::find(args.begin(), args.end(), "--pob") != args.end();
-  if (o.kind != ReportKind::Mapcheck && mapcheckOnly) {
+  if (o.kind != ReportKind::Mapcheck && o.mapcheckOption) {
     throw UsageError{"--ratio, --pob and --courses-csv belong to the mapcheck"};
   }
   return o;

@@ -67,6 +67,16 @@ class ReportMenuTest : public ::testing::Test {
   bool started = false;
 };
 
+// The print dialog answered with a PDF file.
+ReportWindow::PrinterChooser PdfChooser(const std::string& pdf) {
+  return [pdf](bool) {
+    auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    printer->setOutputFormat(QPrinter::PdfFormat);
+    printer->setOutputFileName(QString::fromStdString(pdf));
+    return printer;
+  };
+}
+
 bool Has(const std::string& text, const std::string& part) {
   return text.find(part) != std::string::npos;
 }
@@ -145,12 +155,7 @@ TEST_F(ReportMenuTest, APictureRunPrintsEveryParcelToOnePdfAndTheEditorShowsWhat
   ReportWindow* report = Open("mnuPicReport");
   ASSERT_NE(report, nullptr);
   const std::string pdf = (dir / "lots.pdf").string();
-  report->SetPrinterChooser([pdf](bool) {
-    auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
-    printer->setOutputFormat(QPrinter::PdfFormat);
-    printer->setOutputFileName(QString::fromStdString(pdf));
-    return printer;
-  });
+  report->SetPrinterChooser(PdfChooser(pdf));
   prompter.Answer({MsgAnswer::Yes});
   QTest::mouseClick(report->findChild<QPushButton*>("cmdPrint"), Qt::LeftButton);
 
@@ -206,12 +211,7 @@ TEST_F(ReportMenuTest, TheMapcheckOpensFromTheMenuAsksItsPrecisionAndPrintsItsPa
   EXPECT_EQ(ratio->text().toStdString(), "1000");
 
   const std::string pdf = (dir / "mapcheck.pdf").string();
-  report->SetPrinterChooser([pdf](bool) {
-    auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
-    printer->setOutputFormat(QPrinter::PdfFormat);
-    printer->setOutputFileName(QString::fromStdString(pdf));
-    return printer;
-  });
+  report->SetPrinterChooser(PdfChooser(pdf));
   QTest::mouseClick(report->findChild<QPushButton*>("cmdPrint"), Qt::LeftButton);
   if (!parvenna::testing::PopplerAvailable()) GTEST_SKIP() << "poppler-utils missing";
   const auto pages = parvenna::testing::ReadPdf(pdf);
