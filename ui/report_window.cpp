@@ -72,6 +72,7 @@ ReportWindow::ReportWindow(store::ProjectState& project, Prompter& prompter,
   cbxParcel_->setMinimumContentsLength(16);
   barLayout->addWidget(cbxParcel_);
   ratioLabel_ = new QLabel(Q(reports::messages::mapcheck::RatioLabel), bar);
+  ratioLabel_->setObjectName("lblRatio");
   txtRatio_ = new QLineEdit(bar);
   txtRatio_->setObjectName("txtRatio");
   txtRatio_->setMaxLength(13);
