@@ -131,12 +131,20 @@ double WholePrecision(double precision) { return std::floor(precision * (1 + 1e-
 
 CourseList CoursesOfRows(std::span<const MeasurementRow* const> rows) {
   CourseList grid;
-  const auto text = [](const std::optional<double>& v) { return v ? PlainNumber(*v) : ""; };
+  // A number the field could not hold and compute with (a negative one)
+  // is a field not keyed, as the editor loads it.
+  const auto text = [](const std::optional<double>& v) -> std::string {
+    if (!v) return "";
+    const std::string shown = PlainNumber(*v);
+    return ResumeNext([&] { ReadNumber(shown); }) ? shown : "";
+  };
   for (std::size_t i = 0; i < rows.size() && i < grid.rows.size(); ++i) {
     const MeasurementRow& stored = *rows[i];
     Course& c = grid.rows[i];
     const std::string direction = stored.Direction.value_or("");
-    if (stored.RowType && *stored.RowType == 1) {
+    // A type that does not read is told by the curve's own fields.
+    const bool line = stored.RowType ? *stored.RowType == 1 : !stored.Arc && !stored.Radius;
+    if (line) {
       c.Kind = CourseKind::Line;
       c.BearingLine = direction;
       c.DistanceLine = text(stored.Length);

@@ -79,8 +79,9 @@ struct MapcheckParcel {
 };
 
 // The stored rows of a parcel as the editor loads them into its grid: in the
-// order of RowNo, gaps closed, numbers as the store gives them back as text,
-// the sign boxes from Plus. Rows past the fiftieth are left out.
+// order of RowNo, gaps closed, numbers as the store gives them back as text
+// (one that is no number the field could hold left empty), the sign boxes
+// from Plus. Rows past the fiftieth are left out.
 CourseList CoursesOfRows(std::span<const MeasurementRow* const> rows);
 
 // The mapcheck of one parcel.

@@ -81,8 +81,10 @@ TEST(MapcheckReport, TheChecksOfASaveAreListedAsFindings) {
 TEST(MapcheckReport, OddStoredRowsAreNamedAndNoParcelIsLeftOut) {
   ReportProject p;
   AddLots(p);
-  // A course with no length: the walk stops before it, as in the editor.
+  // A course with no length: the walk stops before it, as in the editor; a
+  // negative length is no length the field could hold.
   StoredRow gap = Line(2, N("0"), "NULL");
+  p.AddParcel("Negative", "0", {Line(0, N("0"), "10"), Line(1, N("90"), "-10")});
   p.AddParcel("Half typed", "0", {Line(0, N("0"), "10"), Line(1, N("90"), "10"), gap,
                                   Line(3, N("0"), "10")});
   p.AddParcel("Empty", "NULL", {});
@@ -91,13 +93,17 @@ TEST(MapcheckReport, OddStoredRowsAreNamedAndNoParcelIsLeftOut) {
   p.AddParcel("Many", "0", many);
   OpenWindow w(p, ReportKind::Mapcheck);
   const auto& doc = w.form.Mapcheck();
-  ASSERT_EQ(doc.parcels.size(), 6u) << "every parcel, with or without courses";
+  ASSERT_EQ(doc.parcels.size(), 7u) << "every parcel, with or without courses";
 
   const auto* half = Named(doc, "Half typed");
   ASSERT_NE(half, nullptr);
   EXPECT_EQ(half->courses.size(), 2u);
   EXPECT_TRUE(Has(Joined(half->findings),
                   "Course #3 is incomplete: it and the courses after it are not counted."));
+  const auto* negative = Named(doc, "Negative");
+  ASSERT_NE(negative, nullptr);
+  EXPECT_EQ(negative->courses.size(), 1u);
+  EXPECT_TRUE(Has(Joined(negative->findings), "Course #2 is incomplete"));
   const auto* empty = Named(doc, "Empty");
   ASSERT_NE(empty, nullptr);
   EXPECT_EQ(empty->failure, "No complete course is stored for this parcel.");
@@ -110,8 +116,8 @@ TEST(MapcheckReport, OddStoredRowsAreNamedAndNoParcelIsLeftOut) {
 
   const std::string text = w.form.rtfReport.Text;
   EXPECT_TRUE(Has(text, " Empty                  0   no courses")) << text;
-  EXPECT_TRUE(Has(text, " 6 parcels, total area ")) << text;
-  EXPECT_TRUE(Has(text, "3 pass, 3 fail")) << text;
+  EXPECT_TRUE(Has(text, " 7 parcels, total area ")) << text;
+  EXPECT_TRUE(Has(text, "3 pass, 4 fail")) << text;
 
   // "Pass" and "Fail" judge the closure worked out here; a parcel that
   // cannot be walked is taken by "All" alone.
@@ -120,7 +126,7 @@ TEST(MapcheckReport, OddStoredRowsAreNamedAndNoParcelIsLeftOut) {
   w.form.SetOptionValue(2, true);
   std::vector<std::string> failing;
   for (const auto& parcel : w.form.Mapcheck().parcels) failing.push_back(parcel.name);
-  EXPECT_EQ(failing, (std::vector<std::string>{"Half typed", "Lot 2"}));
+  EXPECT_EQ(failing, (std::vector<std::string>{"Half typed", "Lot 2", "Negative"}));
   w.form.SelectParcel(w.IndexOf("Lot 3"));
   ASSERT_EQ(w.form.Mapcheck().parcels.size(), 1u);
   EXPECT_EQ(w.form.Mapcheck().parcels[0].name, "Lot 3");
