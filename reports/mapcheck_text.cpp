@@ -209,7 +209,7 @@ ParcelSection SectionOf(const MapcheckHeader& h, const MapcheckParcel& p) {
     for (const std::string& f : p.findings) AddWrapped(s.findings, f);
     return s;
   }
-  s.tableHead = mc::CourseHeadStart + PadRight(h.notation.BearingMode ? messages::Bearing : messages::Azimuth, 16) +
+  s.tableHead = mc::CourseHeadStart + PadRight(h.notation.BearingMode ? mc::BearingHead : mc::AzimuthHead, 16) +
                 mc::CourseHeadEnd;
   for (const MapcheckCourse& c : p.courses) s.courses.push_back(CourseLines(h, c));
   s.closure = ClosureLines(h, p);
@@ -332,7 +332,7 @@ std::string ParcelsCsv(const MapcheckDocument& document) {
 std::string CoursesCsv(const MapcheckDocument& document) {
   const MapcheckHeader& h = document.header;
   std::string out = messages::Utf8Bom;
-  Row(out, {"Parcel", "Course", "Kind", h.notation.BearingMode ? "Bearing" : "Azimuth", "Distance",
+  Row(out, {"Parcel", "Course", "Kind", h.notation.BearingMode ? mc::BearingHead : mc::AzimuthHead, "Distance",
             "Radius", "Arc", "Chord", "Delta", "Tangent", "Curve", "Tangent in", "Tangent out",
             "Northing", "Easting"});
   for (const MapcheckParcel& p : document.parcels) {

@@ -131,6 +131,8 @@ inline constexpr const char* FeetShort = " ft";
 inline constexpr const char* MetresShort = " m";
 
 inline constexpr const char* CourseHeadStart = " No. Course ";
+inline constexpr const char* BearingHead = "Bearing";
+inline constexpr const char* AzimuthHead = "Azimuth";
 inline constexpr const char* CourseHeadEnd = "    Distance        Northing         Easting";
 inline constexpr const char* LineWord = "Line";
 inline constexpr const char* CurveWord = "Curve";

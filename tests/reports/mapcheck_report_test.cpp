@@ -234,7 +234,7 @@ TEST(MapcheckReport, PrintedPagesAreNumberedAndEachParcelHasItsSection) {
   // heads over the rows that go on there.
   EXPECT_TRUE(Has(pages[4].Text(), "MAPCHECK - Lot 4 long"));
   EXPECT_TRUE(Has(pages[5].Text(), "MAPCHECK - Lot 4 long (continued)")) << pages[5].Text();
-  EXPECT_TRUE(Has(pages[5].Text(), "No. Course BEARING Distance Northing Easting")) << pages[5].Text();
+  EXPECT_TRUE(Has(pages[5].Text(), "No. Course Bearing Distance Northing Easting")) << pages[5].Text();
   // The sketches carry their course numbers, the point of beginning, the
   // north arrow's N and the scale bar's length.
   const std::string lot3 = pages[3].Text();
