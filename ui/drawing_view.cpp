@@ -44,7 +44,7 @@ bool DrawingView::Showing() const {
 
 void DrawingView::Sync() {
   FollowCursor();
-  if (!framed_ || form_.Generation(view_) != frameGeneration_ || frame_.size() != size() ||
+  if (!framed_ || form_.Generation(view_) != frameGeneration_ || Frame().size() != size() ||
       OverviewRect() != paintedInset_) {
     update();
   }
@@ -71,10 +71,7 @@ QRect DrawingView::OverviewRect() const {
 }
 
 void DrawingView::PaintFrame() {
-  if (frame_.size() != size()) frame_ = QImage(size(), QImage::Format_RGB32);
-  QPainter painter(&frame_);
-  DrawingCanvas canvas(painter, width(), height());
-  form_.View(view_).Render(canvas);
+  frame_.Update(form_.View(view_), size());
   frameGeneration_ = form_.Generation(view_);
   framed_ = true;
   ++framesPainted_;
@@ -104,10 +101,10 @@ void DrawingView::paintEvent(QPaintEvent*) {
     painter.drawText(rect(), Qt::AlignCenter, kNoDrawing);
     return;
   }
-  if (!framed_ || frameGeneration_ != form_.Generation(view_) || frame_.size() != size()) {
+  if (!framed_ || frameGeneration_ != form_.Generation(view_) || Frame().size() != size()) {
     PaintFrame();
   }
-  painter.drawImage(0, 0, frame_);
+  painter.drawImage(0, 0, Frame());
   const QRect inset = OverviewRect();
   paintedInset_ = inset;
   if (inset.isEmpty()) return;

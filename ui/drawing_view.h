@@ -6,6 +6,7 @@
 #include <QWidget>
 
 #include "drawing/view_form.h"
+#include "ui/drawing_frame.h"
 
 class QRubberBand;
 
@@ -25,7 +26,7 @@ class DrawingView : public QWidget {
   // Asks for a repaint when the form's view differs from the last frame.
   void Sync();
   // The last frame painted, and how many were painted.
-  const QImage& Frame() const { return frame_; }
+  const QImage& Frame() const { return frame_.Image(); }
   int FramesPainted() const { return framesPainted_; }
   // The overview's place in the widget; empty while it does not show.
   QRect OverviewRect() const;
@@ -47,7 +48,7 @@ class DrawingView : public QWidget {
   drawing::ViewForm& form_;
   int view_;
   Runner run_;
-  QImage frame_;
+  DrawingFrame frame_;
   QImage overview_;
   unsigned frameGeneration_ = 0;
   unsigned overviewGeneration_ = 0;
