@@ -22,11 +22,39 @@ constexpr double kLargestRadius = 1e6;
 // Texts taller than this many pixels show only as far as the picture goes,
 // and a glyph this large is no use to read: they are left out.
 constexpr double kLargestText = 4000;
+// Arcs up to this radius in pixels are painted as chords straight into the
+// pixels, which stray from the arc by at most kArcTolerance.
+constexpr double kLargestDirectArc = 64;
+constexpr double kArcTolerance = 0.125;
+
+std::uint32_t Argb(Rgb c) {
+  return 0xFF000000u | (std::uint32_t{c.r} << 16) | (std::uint32_t{c.g} << 8) | c.b;
+}
+
+// The painter paints on a 32-bit image as it is: no transform, no clip, each
+// pixel's colour laid over it.
+bool PlainImage(QPainter& painter) {
+  QPaintDevice* device = painter.device();
+  if (!device || device->devType() != QInternal::Image) return false;
+  const QImage& image = *static_cast<QImage*>(device);
+  return (image.format() == QImage::Format_RGB32 ||
+          image.format() == QImage::Format_ARGB32_Premultiplied) &&
+         image.devicePixelRatio() == 1 && painter.worldTransform().isIdentity() &&
+         !painter.hasClipping() && painter.opacity() == 1 &&
+         painter.compositionMode() == QPainter::CompositionMode_SourceOver;
+}
 
 }  // namespace
 
-DrawingCanvas::DrawingCanvas(QPainter& painter, double width, double height)
+DrawingCanvas::DrawingCanvas(QPainter& painter, double width, double height, Lines lines)
     : painter_(painter), width_(width), height_(height) {
+  if (lines == Lines::Direct && PlainImage(painter)) {
+    // The painter has the image already: its pixels are not shared, and
+    // bits() does not move them.
+    QImage& image = *static_cast<QImage*>(painter.device());
+    raster_.emplace(reinterpret_cast<std::uint32_t*>(image.bits()), image.bytesPerLine() / 4,
+                    image.width(), image.height());
+  }
   font_.setFamily("DejaVu Sans");
   font_.setStyleHint(QFont::SansSerif);
   font_.setPixelSize(100);
@@ -43,8 +71,23 @@ void DrawingCanvas::SetSize(double width, double height) {
 
 void DrawingCanvas::Cls() { Clear(colours::White); }
 
+void DrawingCanvas::SetClip(const QRect& rect) {
+  painter_.setClipRect(rect);
+  if (raster_) raster_->SetClip(rect.left(), rect.top(), rect.right() + 1, rect.bottom() + 1);
+}
+
 void DrawingCanvas::Clear(Rgb background) {
   painter_.fillRect(QRectF(0, 0, width_, height_), ToQColor(background));
+}
+
+void DrawingCanvas::Segment(double x1, double y1, double x2, double y2, int caps, Rgb colour) {
+  if (raster_) {
+    raster_->SetColour(Argb(colour));
+    raster_->Segment(x1, y1, x2, y2, caps);
+    return;
+  }
+  Pen(colour);
+  painter_.drawLine(QPointF(x1, y1), QPointF(x2, y2));
 }
 
 void DrawingCanvas::Pen(Rgb colour) {
@@ -88,12 +131,17 @@ bool DrawingCanvas::Clip(double& x1, double& y1, double& x2, double& y2) const {
 
 void DrawingCanvas::Line(double x1, double y1, double x2, double y2, Rgb colour) {
   if (!Clip(x1, y1, x2, y2)) return;
-  Pen(colour);
   if (x1 == x2 && y1 == y2) {
+    if (raster_) {
+      raster_->SetColour(Argb(colour));
+      raster_->Dot(x1, y1);
+      return;
+    }
+    Pen(colour);
     painter_.drawPoint(QPointF(x1, y1));
     return;
   }
-  painter_.drawLine(QPointF(x1, y1), QPointF(x2, y2));
+  Segment(x1, y1, x2, y2, LineRaster::CapStart | LineRaster::CapEnd, colour);
 }
 
 void DrawingCanvas::Box(double x1, double y1, double x2, double y2, Rgb colour) {
@@ -123,6 +171,10 @@ void DrawingCanvas::Circle(double cx, double cy, double radius, Rgb colour, doub
          colour);
     return;
   }
+  if (raster_ && radius <= kLargestDirectArc) {
+    DirectArc(cx, cy, radius, startAngle, span, colour);
+    return;
+  }
   Pen(colour);
   const QRectF rect(cx - radius, cy - radius, 2 * radius, 2 * radius);
   if (span >= twoPi - 1e-12) {
@@ -134,6 +186,30 @@ void DrawingCanvas::Circle(double cx, double cy, double radius, Rgb colour, doub
   path.arcMoveTo(rect, startDeg);
   path.arcTo(rect, startDeg, span * 180 / std::numbers::pi);
   painter_.drawPath(path);
+}
+
+void DrawingCanvas::DirectArc(double cx, double cy, double radius, double start, double span,
+                              Rgb colour) {
+  constexpr double twoPi = 2 * std::numbers::pi;
+  const bool closed = span >= twoPi - 1e-12;
+  // Chords of this angle stray kArcTolerance from the arc at their middle.
+  const double chord = 2 * std::acos(std::max(-1.0, 1 - kArcTolerance / radius));
+  const int pieces = std::clamp(static_cast<int>(std::ceil(span / chord)), closed ? 3 : 1, 512);
+  raster_->SetColour(Argb(colour));
+  const auto at = [&](int k) {
+    const double a = start + span * k / pieces;
+    return CanvasPoint{cx + radius * std::cos(a), cy - radius * std::sin(a)};
+  };
+  CanvasPoint from = at(0);
+  const CanvasPoint first = from;
+  for (int k = 1; k <= pieces; ++k) {
+    const CanvasPoint to = k == pieces && closed ? first : at(k);
+    int caps = LineRaster::NoCaps;
+    if (!closed && k == 1) caps |= LineRaster::CapStart;
+    if (!closed && k == pieces) caps |= LineRaster::CapEnd;
+    raster_->Segment(from.x, from.y, to.x, to.y, caps);
+    from = to;
+  }
 }
 
 void DrawingCanvas::Polyline(std::span<const CanvasPoint> points, Rgb colour) {
@@ -151,6 +227,18 @@ void DrawingCanvas::Polyline(std::span<const CanvasPoint> points, Rgb colour) {
     if (points.size() == 1) Line(points[0].x, points[0].y, points[0].x, points[0].y, colour);
     for (std::size_t i = 1; i < points.size(); ++i) {
       Line(points[i - 1].x, points[i - 1].y, points[i].x, points[i].y, colour);
+    }
+    return;
+  }
+  if (raster_) {
+    // As the painter strokes a polyline: caps only at the ends of an open one.
+    const bool closed = points.front().x == points.back().x && points.front().y == points.back().y;
+    raster_->SetColour(Argb(colour));
+    for (std::size_t i = 1; i < points.size(); ++i) {
+      int caps = LineRaster::NoCaps;
+      if (!closed && i == 1) caps |= LineRaster::CapStart;
+      if (!closed && i + 1 == points.size()) caps |= LineRaster::CapEnd;
+      raster_->Segment(points[i - 1].x, points[i - 1].y, points[i].x, points[i].y, caps);
     }
     return;
   }
