@@ -4,9 +4,10 @@
 // Qt canvas into an image, and a pan of a tenth of the view; a pick; and the
 // memory an entity takes.
 //
-// The sheet is written by the benchmark: 625 blocks of 40 lots; each lot a
-// closed boundary, fifteen lines (setbacks, easements, ticks), a curve, a
-// monument circle, a bearing-and-distance label and a lot number.
+// The sheet is written by the benchmark (tests/drawing/plat_sheet.h): 625
+// blocks of 40 lots; each lot a closed boundary, fifteen lines (setbacks,
+// easements, ticks), a curve, a monument circle, a bearing-and-distance label
+// and a lot number.
 #include <benchmark/benchmark.h>
 
 #include <chrono>
@@ -21,7 +22,7 @@
 
 #include "drawing/gdal_reader.h"
 #include "drawing/viewer.h"
-#include "tests/drawing/dxf_writer.h"
+#include "tests/drawing/plat_sheet.h"
 #include "ui/drawing_frame.h"
 
 namespace parvenna::drawing {
@@ -32,51 +33,12 @@ std::string SheetPath() {
 
 namespace {
 
-constexpr int kBlocksPerSide = 25;
-constexpr int kLotsAcross = 10, kLotsDown = 4;
-constexpr double kLotWidth = 100, kLotDepth = 150, kRoad = 60;
-constexpr double kBlockWidth = kLotsAcross * kLotWidth + kRoad;
-constexpr double kBlockDepth = kLotsDown * kLotDepth + kRoad;
-
-void WriteSheet(const std::string& path) {
-  testing::DxfWriter dxf;
-  for (const char* name : {"LOTS", "SETBACKS", "EASEMENTS", "TICKS", "CURVES", "MONUMENTS",
-                           "BEARINGS", "LOTNUMBERS"}) {
-    dxf.Layer(name, 7);
-  }
-  int lot = 0;
-  for (int bx = 0; bx < kBlocksPerSide; ++bx) {
-    for (int by = 0; by < kBlocksPerSide; ++by) {
-      for (int i = 0; i < kLotsAcross; ++i) {
-        for (int j = 0; j < kLotsDown; ++j) {
-          const double x = bx * kBlockWidth + i * kLotWidth;
-          const double y = by * kBlockDepth + j * kLotDepth;
-          ++lot;
-          dxf.Polyline("LOTS", {{x, y}, {x + kLotWidth, y}, {x + kLotWidth, y + kLotDepth}, {x, y + kLotDepth}},
-                       true);
-          for (int k = 0; k < 5; ++k) {
-            dxf.Line("SETBACKS", x + 10, y + 10 + k * 26, x + 90, y + 10 + k * 26);
-            dxf.Line("EASEMENTS", x + 5 + k * 18, y + 2, x + 5 + k * 18, y + 8);
-            dxf.Line("TICKS", x + k * 20, y + kLotDepth - 3, x + k * 20 + 3, y + kLotDepth);
-          }
-          dxf.Arc("CURVES", x + 50, y + 75, 20, 10, 170);
-          dxf.Circle("MONUMENTS", x, y, 0.5);
-          char label[64];
-          std::snprintf(label, sizeof label, "N %d%%%%d%02d'%02d\" E %d.%02d'", lot % 90, lot % 60,
-                        (lot * 7) % 60, 100 + lot % 50, lot % 100);
-          dxf.Text("BEARINGS", x + 8, y + 4, 2.5, label);
-          dxf.Text("LOTNUMBERS", x + 45, y + 70, 6, std::to_string(lot % 40 + 1));
-        }
-      }
-    }
-  }
-  dxf.Save(path);
-}
+using testing::PlatSheet;
 
 const std::string& Sheet() {
   static const std::string path = [] {
     const std::string p = SheetPath();
-    WriteSheet(p);
+    PlatSheet().Write(p);
     return p;
   }();
   return path;
@@ -145,7 +107,9 @@ bool SheetView(benchmark::State& state, Viewer& view) {
 }
 
 // The lower left corner of a lot in the middle of the sheet.
-constexpr double kLotX = 12 * kBlockWidth + 3 * kLotWidth, kLotY = 12 * kBlockDepth + kLotDepth;
+constexpr double kLotX = 12 * PlatSheet::kBlockWidth + 3 * PlatSheet::kLotWidth;
+constexpr double kLotY = 12 * PlatSheet::kBlockDepth + PlatSheet::kLotDepth;
+constexpr double kLotWidth = PlatSheet::kLotWidth, kLotDepth = PlatSheet::kLotDepth;
 
 void Frame(benchmark::State& state, bool oneLot) {
   Viewer view;

@@ -19,50 +19,42 @@ std::size_t Characters(std::string_view line) {
 
 }  // namespace
 
-EntityPainter::EntityPainter(const DrawingDocument& document, Canvas& canvas,
-                             const PaintTransform& transform, Rgb back, int foreNumber,
-                             PaintScratch& scratch)
-    : doc_(document), canvas_(canvas), t_(transform), back_(back), foreNumber_(foreNumber),
-      scratch_(scratch) {
-  width_ = static_cast<int>(std::clamp(std::ceil(canvas.Width()), 0.0, 16384.0));
-  height_ = static_cast<int>(std::clamp(std::ceil(canvas.Height()), 0.0, 16384.0));
-  const std::size_t words = (static_cast<std::size_t>(width_) * height_ + 63) / 64;
-  scratch_.dots.assign(words, 0);
-}
-
-Rgb EntityPainter::Contrast() const {
-  const int luminance = (299 * back_.r + 587 * back_.g + 114 * back_.b) / 1000;
+Rgb ContrastOf(Rgb back) {
+  const int luminance = (299 * back.r + 587 * back.g + 114 * back.b) / 1000;
   return luminance > 127 ? colours::Black : colours::White;
 }
 
-Rgb EntityPainter::ColourOf(const Entity& entity, bool marked) const {
-  Rgb colour = entity.colour;
-  if (marked) {
-    colour = UsedMarkColour;
-  } else {
-    switch (foreNumber_) {
-      case ForeWhite: colour = colours::White; break;
-      case ForeBlack: colour = colours::Black; break;
-      case ForeYellow: colour = colours::Yellow; break;
-      case ForeBlue: colour = Rgb{0, 0, 255}; break;
-      default: break;
-    }
+EntityPainter::EntityPainter(const DrawingDocument& document, Canvas& canvas,
+                             const PaintTransform& transform, Rgb back, int foreNumber,
+                             PaintScratch& scratch, PicturePart part)
+    : doc_(document), canvas_(canvas), t_(transform), back_(back), contrast_(ContrastOf(back)),
+      markColour_(UsedMarkColour), scratch_(scratch), part_(part) {
+  override_ = true;
+  switch (foreNumber) {
+    case ForeWhite: fore_ = colours::White; break;
+    case ForeBlack: fore_ = colours::Black; break;
+    case ForeYellow: fore_ = colours::Yellow; break;
+    case ForeBlue: fore_ = Rgb{0, 0, 255}; break;
+    default: override_ = false; break;
   }
-  // What would vanish on the background is drawn in its contrast, as white
-  // entities show black on a white sheet.
-  return colour == back_ ? Contrast() : colour;
+  if (part_.Empty()) {
+    part_ = {0, 0, static_cast<int>(std::clamp(std::ceil(canvas.Width()), 0.0, 16384.0)),
+             static_cast<int>(std::clamp(std::ceil(canvas.Height()), 0.0, 16384.0))};
+  }
+  partWidth_ = part_.Empty() ? 0 : static_cast<std::size_t>(part_.right - part_.left);
+  const std::size_t height = part_.Empty() ? 0 : static_cast<std::size_t>(part_.bottom - part_.top);
+  scratch_.dots.assign((partWidth_ * height + 63) / 64, 0);
 }
 
+// A dot is the one pixel nearest to its point, as the canvas paints it.
 void EntityPainter::Dot(CanvasPoint p, Rgb colour) {
-  const double fx = std::floor(p.x), fy = std::floor(p.y);
-  if (fx >= 0 && fy >= 0 && fx < width_ && fy < height_) {
-    const std::size_t bit = static_cast<std::size_t>(fy) * static_cast<std::size_t>(width_) +
-                            static_cast<std::size_t>(fx);
-    std::uint64_t& word = scratch_.dots[bit / 64];
-    const std::uint64_t mask = std::uint64_t{1} << (bit % 64);
-    if (word & mask) return;
-    word |= mask;
-  }
+  const double x = std::floor(p.x + 0.5) - part_.left, y = std::floor(p.y + 0.5) - part_.top;
+  if (!(x >= 0 && y >= 0 && x < part_.right - part_.left && y < part_.bottom - part_.top)) return;
+  const std::size_t bit = static_cast<std::size_t>(y) * partWidth_ + static_cast<std::size_t>(x);
+  std::uint64_t& word = scratch_.dots[bit / 64];
+  const std::uint64_t mask = std::uint64_t{1} << (bit % 64);
+  if (word & mask) return;
+  word |= mask;
   canvas_.Line(p.x, p.y, p.x, p.y, colour);
 }
 

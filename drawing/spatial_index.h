@@ -1,5 +1,6 @@
 #pragma once
 
+#include <bit>
 #include <cstdint>
 #include <vector>
 
@@ -32,6 +33,28 @@ class SpatialIndex {
           const std::uint32_t i = items_[k];
           if (entities[i].bounds.Intersects(window)) visit(i);
         }
+      }
+    }
+  }
+
+  // As Query, but in the order of the document, later entities over
+  // earlier ones as a frame paints them, and with the entities read in the
+  // order they lie in memory. `seen` is scratch, kept from call to call.
+  template <class Visit>
+  void QueryInOrder(const std::vector<Entity>& entities, const Box& window,
+                    std::vector<std::uint64_t>& seen, Visit&& visit) const {
+    if (levels_.empty() || window.Empty() || !window.Intersects(extent_)) return;
+    if (window.minX <= extent_.minX && window.minY <= extent_.minY && window.maxX >= extent_.maxX &&
+        window.maxY >= extent_.maxY) {
+      // Every entity lies within the extent.
+      for (std::size_t i = 0; i < entities.size(); ++i) visit(static_cast<std::uint32_t>(i));
+      return;
+    }
+    seen.assign((entities.size() + 63) / 64, 0);
+    Query(entities, window, [&](std::uint32_t i) { seen[i / 64] |= std::uint64_t{1} << (i % 64); });
+    for (std::size_t w = 0; w < seen.size(); ++w) {
+      for (std::uint64_t bits = seen[w]; bits != 0; bits &= bits - 1) {
+        visit(static_cast<std::uint32_t>(w * 64 + static_cast<std::size_t>(std::countr_zero(bits))));
       }
     }
   }

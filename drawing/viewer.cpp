@@ -12,6 +12,12 @@ namespace {
 
 constexpr std::size_t kHistoryDepth = 64;
 constexpr Rgb kWindowFrameColour{255, 0, 0};
+// How far, in picture units, a stroke's shading and caps reach beyond the
+// entity's bounds.
+constexpr double kStrokeReach = 2;
+// Letters stand out of a text's box by less than this part of its height
+// (times its width factor, when wider than usual).
+constexpr double kLetterReach = 0.5;
 
 double SegmentDistance(Point p, Point a, Point b) {
   const double dx = b.x - a.x, dy = b.y - a.y;
@@ -52,6 +58,10 @@ std::shared_ptr<const IndexedDrawing> IndexDrawing(DrawingDocument document) {
   auto drawing = std::make_shared<IndexedDrawing>();
   drawing->document = std::move(document);
   drawing->index.Build(drawing->document.entities, drawing->document.extent);
+  for (const TextData& text : drawing->document.texts) {
+    drawing->textReach = std::max(drawing->textReach, kLetterReach * text.height *
+                                                          std::max(1.0f, text.widthFactor));
+  }
   return drawing;
 }
 
@@ -79,6 +89,7 @@ void Viewer::Show(std::shared_ptr<const IndexedDrawing> drawing) {
   marked_.assign(doc.entities.size(), false);
   ZoomAll();
   history_.clear();
+  ++look_;
 }
 
 void Viewer::Close() {
@@ -91,6 +102,7 @@ void Viewer::Close() {
   hit_ = 0;
   window_ = {};
   awaitingPart_ = dragging_ = false;
+  ++look_;
 }
 
 // --- layers ---
@@ -108,6 +120,7 @@ bool Viewer::LayerVisible(int layer) const {
 
 void Viewer::SetLayerVisible(int layer, bool visible) {
   if (layer >= 0 && layer < LayerCount()) layerVisible_[static_cast<std::size_t>(layer)] = visible;
+  ++look_;
 }
 
 bool Viewer::SetLayerVisible(std::string_view name, bool visible) {
@@ -120,19 +133,19 @@ bool Viewer::SetLayerVisible(std::string_view name, bool visible) {
   return false;
 }
 
-void Viewer::ShowAllLayers() { std::fill(layerVisible_.begin(), layerVisible_.end(), true); }
+void Viewer::ShowAllLayers() {
+  std::fill(layerVisible_.begin(), layerVisible_.end(), true);
+  ++look_;
+}
 
 // --- the window ---
 
-struct Viewer::Transform {
-  double ox = 0, oy = 0, scale = 1, height = 0;
-  CanvasPoint To(Point p) const { return {(p.x - ox) * scale, height - (p.y - oy) * scale}; }
-};
-
 void Viewer::SetViewport(double width, double height) {
-  if (width > 0 && height > 0 && std::isfinite(width) && std::isfinite(height)) {
+  if (width > 0 && height > 0 && std::isfinite(width) && std::isfinite(height) &&
+      (width != viewportWidth_ || height != viewportHeight_)) {
     viewportWidth_ = width;
     viewportHeight_ = height;
+    ++look_;
   }
 }
 
@@ -147,8 +160,8 @@ Box Viewer::FittedWindow(const Box& window) const {
 
 Box Viewer::VisibleWindow() const { return FittedWindow(window_); }
 
-Viewer::Transform Viewer::CurrentTransform() const {
-  Transform t;
+PaintTransform Viewer::CurrentTransform() const {
+  PaintTransform t;
   const Box vis = VisibleWindow();
   t.height = viewportHeight_;
   if (vis.Empty()) return t;
@@ -269,21 +282,25 @@ void Viewer::MouseDown(Point at) {
   if (!awaitingPart_) return;
   dragging_ = true;
   dragFrom_ = dragTo_ = at;
+  ++look_;
 }
 
 void Viewer::MouseMove(Point at) {
-  if (dragging_) dragTo_ = at;
+  if (!dragging_) return;
+  dragTo_ = at;
+  ++look_;
 }
 
 void Viewer::MouseUp(Point at) {
   if (!dragging_) return;
   dragging_ = awaitingPart_ = false;
+  ++look_;
   const Box part = Box::Of(dragFrom_.x, dragFrom_.y, at.x, at.y);
   if (part.Width() > 0 && part.Height() > 0) SetWindow(part, true);
 }
 
 Point Viewer::ToDrawing(double px, double py) const {
-  const Transform t = CurrentTransform();
+  const PaintTransform t = CurrentTransform();
   return {t.ox + px / t.scale, t.oy + (t.height - py) / t.scale};
 }
 
@@ -296,21 +313,32 @@ void Viewer::Render(Canvas& canvas) {
   canvas.Clear(back_);
   lastFrameEntities_ = 0;
   if (!document_) return;
-  const Transform t = CurrentTransform();
-  EntityPainter painter(document_->document, canvas, {t.ox, t.oy, t.scale, t.height}, back_,
-                        foreNumber_, scratch_);
-  const Box vis = VisibleWindow();
+  const PicturePart whole{0, 0, static_cast<int>(std::ceil(viewportWidth_)),
+                          static_cast<int>(std::ceil(viewportHeight_))};
+  lastFrameEntities_ = RenderPart(canvas, whole, scratch_);
+  if (dragging_) {
+    const PaintTransform t = CurrentTransform();
+    const CanvasPoint a = t.To(dragFrom_), b = t.To(dragTo_);
+    canvas.Box(a.x, a.y, b.x, b.y, ContrastOf(back_));
+  }
+}
+
+std::size_t Viewer::RenderPart(Canvas& canvas, const PicturePart& part, PaintScratch& scratch) const {
+  if (!document_ || part.Empty()) return 0;
+  const PaintTransform t = CurrentTransform();
+  const Point low = ToDrawing(part.left, part.bottom), high = ToDrawing(part.right, part.top);
+  const Box window =
+      Box::Of(low.x, low.y, high.x, high.y).Inflated(kStrokeReach / t.scale + document_->textReach);
+  EntityPainter painter(document_->document, canvas, t, back_, foreNumber_, scratch, part);
   const auto& entities = document_->document.entities;
-  document_->index.Query(entities, vis, [&](std::uint32_t i) {
+  std::size_t painted = 0;
+  document_->index.QueryInOrder(entities, window, scratch.seen, [&](std::uint32_t i) {
     const Entity& e = entities[i];
     if (!layerVisible_[e.layer]) return;
-    ++lastFrameEntities_;
+    ++painted;
     painter.Paint(e, marked_[i]);
   });
-  if (dragging_) {
-    const CanvasPoint a = t.To(dragFrom_), b = t.To(dragTo_);
-    canvas.Box(a.x, a.y, b.x, b.y, painter.Contrast());
-  }
+  return painted;
 }
 
 bool Viewer::OverviewTransform(double w, double h, PaintTransform& t) const {
@@ -478,6 +506,7 @@ bool Viewer::MarkUsed(std::string_view handle) {
       any = true;
     }
   }
+  ++look_;
   return any;
 }
 
@@ -485,6 +514,9 @@ bool Viewer::IsMarked(std::uint32_t entity) const {
   return entity < marked_.size() && marked_[entity];
 }
 
-void Viewer::ClearMarks() { std::fill(marked_.begin(), marked_.end(), false); }
+void Viewer::ClearMarks() {
+  std::fill(marked_.begin(), marked_.end(), false);
+  ++look_;
+}
 
 }  // namespace parvenna::drawing

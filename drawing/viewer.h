@@ -20,14 +20,20 @@
 // Invariants: the window shown always has the aspect of the picture, and
 // keeps its centre through every zoom; the zoom factor is 1 at "zoom all" and
 // doubles with each zoom in; a frame visits only the entities whose bounds
-// meet the window.
+// meet the window grown by the reach of their strokes and letters, and paints
+// them in the order of the drawing, later ones over earlier ones; a part of
+// the picture painted alone is that part of the whole picture.
 namespace parvenna::drawing {
 
 // A drawing with its index, read once; any number of views can show it.
 struct IndexedDrawing {
   DrawingDocument document;
   SpatialIndex index;
+  // How far, in drawing units, the letters of a text may stand out of its
+  // box: descenders, accents and the sides of stretched letters.
+  double textReach = 0;
 };
+
 
 // Null when the file cannot be read; detail then says why.
 std::shared_ptr<const IndexedDrawing> ReadIndexedDrawing(const std::string& path,
@@ -118,16 +124,32 @@ class Viewer {
   // Between the picture's units (y downwards) and the drawing's.
   Point ToDrawing(double px, double py) const;
   CanvasPoint ToScreen(Point p) const;
+  // The picture's scale and the drawing point at its lower left.
+  PaintTransform CurrentTransform() const;
 
   // --- colours ---
-  void SetBackColour(Rgb colour) { back_ = colour; }
+  void SetBackColour(Rgb colour) {
+    back_ = colour;
+    ++look_;
+  }
   Rgb BackColour() const { return back_; }
-  void SetForeColour(int number) { foreNumber_ = number; }
+  void SetForeColour(int number) {
+    foreNumber_ = number;
+    ++look_;
+  }
   int ForeColourNumber() const { return foreNumber_; }
 
   // --- pictures ---
   // The view: the canvas's size is taken as the viewport.
   void Render(Canvas& canvas);
+  // Paints what meets one part of the picture at the viewport's size, over
+  // what is there; the canvas keeps its strokes to the part. Changes nothing
+  // in the view, so parts may be painted at once on threads of their own,
+  // each with its own scratch. The number of entities painted.
+  std::size_t RenderPart(Canvas& canvas, const PicturePart& part, PaintScratch& scratch) const;
+  // Grows whenever the picture changes other than by a move of the window:
+  // the drawing, the viewport, layers, colours, marks, the band of a part.
+  unsigned Look() const { return look_; }
   // The whole drawing with the shown window as a rectangle.
   void RenderOverview(Canvas& canvas) const;
   // The drawing point under (px, py) of an overview of this size; false
@@ -166,8 +188,6 @@ class Viewer {
 
 
  private:
-  struct Transform;
-  Transform CurrentTransform() const;
   void SetWindow(const Box& window, bool remember);
   Box FittedWindow(const Box& window) const;
   Box AllWindow() const;
@@ -197,6 +217,7 @@ class Viewer {
 
   std::size_t lastFrameEntities_ = 0;
   PaintScratch scratch_;
+  unsigned look_ = 0;
 };
 
 }  // namespace parvenna::drawing

@@ -80,16 +80,6 @@ void DrawingCanvas::Clear(Rgb background) {
   painter_.fillRect(QRectF(0, 0, width_, height_), ToQColor(background));
 }
 
-void DrawingCanvas::Segment(double x1, double y1, double x2, double y2, int caps, Rgb colour) {
-  if (raster_) {
-    raster_->SetColour(Argb(colour));
-    raster_->Segment(x1, y1, x2, y2, caps);
-    return;
-  }
-  Pen(colour);
-  painter_.drawLine(QPointF(x1, y1), QPointF(x2, y2));
-}
-
 void DrawingCanvas::Pen(Rgb colour) {
   if (penSet_ && colour == pen_) return;
   QPen pen(ToQColor(colour));
@@ -130,18 +120,20 @@ bool DrawingCanvas::Clip(double& x1, double& y1, double& x2, double& y2) const {
 }
 
 void DrawingCanvas::Line(double x1, double y1, double x2, double y2, Rgb colour) {
+  if (raster_) {
+    // The raster follows lines from their true ends and cuts them itself.
+    raster_->SetColour(Argb(colour));
+    if (x1 == x2 && y1 == y2) raster_->Dot(x1, y1);
+    else raster_->Segment(x1, y1, x2, y2, LineRaster::CapStart | LineRaster::CapEnd);
+    return;
+  }
   if (!Clip(x1, y1, x2, y2)) return;
+  Pen(colour);
   if (x1 == x2 && y1 == y2) {
-    if (raster_) {
-      raster_->SetColour(Argb(colour));
-      raster_->Dot(x1, y1);
-      return;
-    }
-    Pen(colour);
     painter_.drawPoint(QPointF(x1, y1));
     return;
   }
-  Segment(x1, y1, x2, y2, LineRaster::CapStart | LineRaster::CapEnd, colour);
+  painter_.drawLine(QPointF(x1, y1), QPointF(x2, y2));
 }
 
 void DrawingCanvas::Box(double x1, double y1, double x2, double y2, Rgb colour) {
@@ -214,6 +206,19 @@ void DrawingCanvas::DirectArc(double cx, double cy, double radius, double start,
 
 void DrawingCanvas::Polyline(std::span<const CanvasPoint> points, Rgb colour) {
   if (points.empty()) return;
+  if (raster_) {
+    // As the painter strokes a polyline: caps only at the ends of an open one.
+    const bool closed = points.front().x == points.back().x && points.front().y == points.back().y;
+    raster_->SetColour(Argb(colour));
+    if (points.size() == 1) raster_->Dot(points[0].x, points[0].y);
+    for (std::size_t i = 1; i < points.size(); ++i) {
+      int caps = LineRaster::NoCaps;
+      if (!closed && i == 1) caps |= LineRaster::CapStart;
+      if (!closed && i + 1 == points.size()) caps |= LineRaster::CapEnd;
+      raster_->Segment(points[i - 1].x, points[i - 1].y, points[i].x, points[i].y, caps);
+    }
+    return;
+  }
   bool inside = true;
   for (const CanvasPoint& p : points) {
     if (!(p.x >= -kClipMargin && p.x <= width_ + kClipMargin && p.y >= -kClipMargin &&
@@ -227,18 +232,6 @@ void DrawingCanvas::Polyline(std::span<const CanvasPoint> points, Rgb colour) {
     if (points.size() == 1) Line(points[0].x, points[0].y, points[0].x, points[0].y, colour);
     for (std::size_t i = 1; i < points.size(); ++i) {
       Line(points[i - 1].x, points[i - 1].y, points[i].x, points[i].y, colour);
-    }
-    return;
-  }
-  if (raster_) {
-    // As the painter strokes a polyline: caps only at the ends of an open one.
-    const bool closed = points.front().x == points.back().x && points.front().y == points.back().y;
-    raster_->SetColour(Argb(colour));
-    for (std::size_t i = 1; i < points.size(); ++i) {
-      int caps = LineRaster::NoCaps;
-      if (!closed && i == 1) caps |= LineRaster::CapStart;
-      if (!closed && i + 1 == points.size()) caps |= LineRaster::CapEnd;
-      raster_->Segment(points[i - 1].x, points[i - 1].y, points[i].x, points[i].y, caps);
     }
     return;
   }

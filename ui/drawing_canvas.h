@@ -52,7 +52,6 @@ class DrawingCanvas : public Canvas {
   void Pen(Rgb colour);
   // Clips a segment to the picture with a margin; false when none is left.
   bool Clip(double& x1, double& y1, double& x2, double& y2) const;
-  void Segment(double x1, double y1, double x2, double y2, int caps, Rgb colour);
   void DirectArc(double cx, double cy, double radius, double start, double span, Rgb colour);
 
   QPainter& painter_;

@@ -23,6 +23,13 @@ inline void Over(std::uint32_t& pixel, std::uint32_t colour, int coverage) {
   pixel = c + Scale(pixel, 255 - (c >> 24));
 }
 
+// Beyond this many pixels from the picture, ends are brought to its edge.
+constexpr double kFar = 1 << 24;
+
+// In 1/64 of a pixel, rounded down: the raster engine's measure, which it
+// takes by truncation, the same for every point of the picture.
+inline std::int64_t Fixed(double v) { return static_cast<std::int64_t>(std::floor(v * 64)); }
+
 }  // namespace
 
 LineRaster::LineRaster(std::uint32_t* pixels, std::ptrdiff_t stride, int width, int height)
@@ -88,10 +95,17 @@ bool LineRaster::ClipToImage(double& x1, double& y1, double& x2, double& y2) con
 }
 
 void LineRaster::Segment(double rx1, double ry1, double rx2, double ry2, int caps) {
-  if (!ClipToImage(rx1, ry1, rx2, ry2)) return;
-  // In 1/64 of a pixel, truncated as the raster engine truncates.
-  std::int64_t a1 = static_cast<int>(rx1 * 64), m1 = static_cast<int>(ry1 * 64);
-  std::int64_t a2 = static_cast<int>(rx2 * 64), m2 = static_cast<int>(ry2 * 64);
+  if (!(std::isfinite(rx1) && std::isfinite(ry1) && std::isfinite(rx2) && std::isfinite(ry2))) return;
+  // Ends further away than fixed point holds are first brought to the
+  // picture's edge. Nearer ones are followed from where they are, so that a
+  // line crosses the pixels the same way wherever the picture is, and a
+  // strip of a moved picture meets the rest.
+  if (std::max({std::abs(rx1), std::abs(ry1), std::abs(rx2), std::abs(ry2)}) > kFar &&
+      !ClipToImage(rx1, ry1, rx2, ry2)) {
+    return;
+  }
+  // In 1/64 of a pixel.
+  std::int64_t a1 = Fixed(rx1), m1 = Fixed(ry1), a2 = Fixed(rx2), m2 = Fixed(ry2);
   // a runs along the major axis, m across it.
   const bool steep = std::abs(a2 - a1) < std::abs(m2 - m1);
   if (steep) {
@@ -100,7 +114,7 @@ void LineRaster::Segment(double rx1, double ry1, double rx2, double ry2, int cap
   }
   if (a1 == a2) return;
   // The centre's move across per pixel along, in 1/65536 of a pixel.
-  const std::int64_t inc = ((m2 - m1) << 16) / (a2 - a1);
+  const std::int64_t inc = ((m2 - m1) * 65536) / (a2 - a1);
   if (a1 > a2) {
     std::swap(a1, a2);
     std::swap(m1, m2);
@@ -108,37 +122,41 @@ void LineRaster::Segment(double rx1, double ry1, double rx2, double ry2, int cap
   }
   // The centre at the middle of the first step, half a pixel back so that
   // its whole part is the first of the two pixels it falls between.
-  std::int64_t m = (m1 - 32) << 10;
+  std::int64_t m = (m1 - 32) * 1024;
   m -= (((a1 & 63) - 32) * inc) >> 6;
   if (caps & CapStart) {
     a1 -= 32;
     m -= inc >> 1;
   }
   if (caps & CapEnd) a2 += 32;
-  std::int64_t a = a1 >> 6;
-  const std::int64_t last = a2 >> 6;
-  int startPart = 0, endPart = 0;  // in 1/64 of the step
-  if (a == last) {
-    startPart = static_cast<int>(a2 - a1);
+  Run run{a1 >> 6, a2 >> 6, m, inc, 0, 0};
+  if (run.first == run.last) {
+    run.startPart = static_cast<int>(a2 - a1);
   } else {
-    startPart = 64 - static_cast<int>(a1 & 63);
-    endPart = static_cast<int>(a2 & 63);
+    run.startPart = 64 - static_cast<int>(a1 & 63);
+    run.endPart = static_cast<int>(a2 & 63);
   }
 
-  const std::int64_t mLast = m + (last - a) * inc;
-  const std::int64_t low = std::min(m, mLast) >> 16, high = (std::max(m, mLast) >> 16) + 1;
-  const bool inside = steep ? (low >= clipX0_ && high < clipX1_ && a >= clipY0_ && last < clipY1_)
-                            : (low >= clipY0_ && high < clipY1_ && a >= clipX0_ && last < clipX1_);
-  const Run run{a, last, m, inc, startPart, endPart};
+  // The steps within the clip along the major axis.
+  const std::int64_t from = std::max<std::int64_t>(run.first, steep ? clipY0_ : clipX0_);
+  const std::int64_t end = run.endPart || run.first == run.last ? run.last + 1 : run.last;
+  const std::int64_t to = std::min<std::int64_t>(end, steep ? clipY1_ : clipX1_);
+  if (from >= to) return;
+  const std::int64_t mFrom = run.centre + (from - run.first) * inc;
+  const std::int64_t mTo = run.centre + (to - 1 - run.first) * inc;
+  const std::int64_t low = std::min(mFrom, mTo) >> 16, high = (std::max(mFrom, mTo) >> 16) + 1;
+  const bool inside = steep ? (low >= clipX0_ && high < clipX1_) : (low >= clipY0_ && high < clipY1_);
   if (inside) {
-    Inside(run, steep ? stride_ : 1, steep ? 1 : stride_);
+    Inside(run, from, to, steep ? stride_ : 1, steep ? 1 : stride_);
   } else if (steep) {
-    Clipped(run, [this](std::int64_t at, std::int64_t across, int c) {
-      Blend(static_cast<int>(across), static_cast<int>(at), c);
+    Steps(run, from, to, [this](std::int64_t at, std::int64_t across, int nearPart, int farPart) {
+      Blend(static_cast<int>(across), static_cast<int>(at), nearPart);
+      Blend(static_cast<int>(across) + 1, static_cast<int>(at), farPart);
     });
   } else {
-    Clipped(run, [this](std::int64_t at, std::int64_t across, int c) {
-      Blend(static_cast<int>(at), static_cast<int>(across), c);
+    Steps(run, from, to, [this](std::int64_t at, std::int64_t across, int nearPart, int farPart) {
+      Blend(static_cast<int>(at), static_cast<int>(across), nearPart);
+      Blend(static_cast<int>(at), static_cast<int>(across) + 1, farPart);
     });
   }
 }
@@ -146,33 +164,23 @@ void LineRaster::Segment(double rx1, double ry1, double rx2, double ry2, int cap
 // Splits each step's part between the pixel the centre falls after and the
 // one after it, by the centre's fraction.
 template <class Put>
-void LineRaster::Steps(const Run& run, Put&& put) {
-  std::int64_t a = run.first, m = run.centre;
-  const auto step = [&](int part) {
+void LineRaster::Steps(const Run& run, std::int64_t from, std::int64_t to, Put&& put) {
+  std::int64_t m = run.centre + (from - run.first) * run.inc;
+  for (std::int64_t a = from; a < to; ++a, m += run.inc) {
+    const int part = a == run.first ? run.startPart : a == run.last ? run.endPart : 64;
     const int f = static_cast<int>((m >> 8) & 0xFF);
     put(a, m >> 16, (255 - f) * part >> 6, f * part >> 6);
-  };
-  step(run.startPart);
-  m += run.inc;
-  for (++a; a < run.last; ++a, m += run.inc) step(64);
-  if (run.endPart) step(run.endPart);
+  }
 }
 
-void LineRaster::Inside(const Run& run, std::ptrdiff_t along, std::ptrdiff_t across) {
+void LineRaster::Inside(const Run& run, std::int64_t from, std::int64_t to, std::ptrdiff_t along,
+                        std::ptrdiff_t across) {
   const std::uint32_t colour = colour_;
   std::uint32_t* const pixels = pixels_;
-  Steps(run, [=](std::int64_t at, std::int64_t across0, int nearPart, int farPart) {
+  Steps(run, from, to, [=](std::int64_t at, std::int64_t across0, int nearPart, int farPart) {
     std::uint32_t* p = pixels + at * along + across0 * across;
     Over(p[0], colour, nearPart);
     Over(p[across], colour, farPart);
-  });
-}
-
-template <class Blend2>
-void LineRaster::Clipped(const Run& run, Blend2&& blend) {
-  Steps(run, [&](std::int64_t at, std::int64_t across0, int nearPart, int farPart) {
-    blend(at, across0, nearPart);
-    blend(at, across0 + 1, farPart);
   });
 }
 

@@ -12,7 +12,10 @@ namespace parvenna::ui {
 // 1/64 of a pixel, each step along the major axis shares its colour between
 // the two pixels that the centre falls between, and the first and last steps
 // by the part of them the line covers. What it saves is the painter's cost
-// per call, which on a county sheet is most of the frame.
+// per call, which on a county sheet is most of the frame. Unlike the painter
+// it follows a line from its true ends rather than from where the picture's
+// edge cuts it, so that lines across the edge come out the same wherever the
+// picture stands (there the two may differ in the last shade of a pixel).
 class LineRaster {
  public:
   enum Caps { NoCaps = 0, CapStart = 1, CapEnd = 2 };
@@ -35,18 +38,19 @@ class LineRaster {
 
  private:
   // The steps of a segment along its major axis: the first and the last
-  // (exclusive, unless endPart), the centre across in 1/65536 of a pixel at
+  // (painted only when endPart or the first), the centre across in 1/65536 of a pixel at
   // the first and its move per step, and how much of the end steps is
   // covered, in 1/64.
   struct Run {
     std::int64_t first, last, centre, inc;
     int startPart, endPart;
   };
+  // Steps from <= a < to of a run.
   template <class Put>
-  static void Steps(const Run& run, Put&& put);
-  void Inside(const Run& run, std::ptrdiff_t along, std::ptrdiff_t across);
-  template <class Blend2>
-  void Clipped(const Run& run, Blend2&& blend);
+  static void Steps(const Run& run, std::int64_t from, std::int64_t to, Put&& put);
+  // Steps whose pixels are all within the clip.
+  void Inside(const Run& run, std::int64_t from, std::int64_t to, std::ptrdiff_t along,
+              std::ptrdiff_t across);
   bool ClipToImage(double& x1, double& y1, double& x2, double& y2) const;
   void Blend(int x, int y, int coverage);
 

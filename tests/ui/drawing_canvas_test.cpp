@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 #include <functional>
 #include <numbers>
 #include <random>
@@ -16,80 +15,71 @@
 #include <QImage>
 #include <QPainter>
 
+#include "tests/ui/image_difference.h"
 #include "tests/ui/ui_app.h"
 #include "ui/drawing_canvas.h"
 
 namespace parvenna::ui {
 namespace {
 
+using testing::Compare;
+using testing::Difference;
+
 constexpr int kSize = 240;
 const Rgb kBack{40, 60, 80};
 
-struct Difference {
-  int pixels = 0;   // that differ at all
-  int largest = 0;  // the largest difference of a channel
-  int marked = 0;   // pixels that differ by more than 32 in a channel
-};
-
-Difference Compare(const QImage& a, const QImage& b, const QRect& area) {
-  Difference d;
-  for (int y = area.top(); y <= area.bottom(); ++y) {
-    for (int x = area.left(); x <= area.right(); ++x) {
-      const QRgb p = a.pixel(x, y), q = b.pixel(x, y);
-      if (p == q) continue;
-      ++d.pixels;
-      const int most = std::max({std::abs(qRed(p) - qRed(q)), std::abs(qGreen(p) - qGreen(q)),
-                                 std::abs(qBlue(p) - qBlue(q))});
-      d.largest = std::max(d.largest, most);
-      d.marked += most > 32;
-    }
-  }
-  return d;
-}
-
 using Strokes = std::function<void(Canvas&)>;
 
-QImage Paint(const Strokes& strokes, DrawingCanvas::Lines lines, QRect clip = {}) {
-  QImage image(kSize, kSize, QImage::Format_RGB32);
+QImage Paint(const Strokes& strokes, DrawingCanvas::Lines lines, QRect clip = {}, int size = kSize) {
+  QImage image(size, size, QImage::Format_RGB32);
   image.fill(Qt::white);
   QPainter painter(&image);
-  DrawingCanvas canvas(painter, kSize, kSize, lines);
+  DrawingCanvas canvas(painter, size, size, lines);
   if (!clip.isEmpty()) canvas.SetClip(clip);
   canvas.Clear(kBack);
   strokes(canvas);
   return image;
 }
 
-// Strokes of every kind and length in many colours, some far outside.
+// Strokes of every kind and length in many colours: within the picture, or
+// also across its edges and far outside.
 class RandomStrokes {
  public:
-  explicit RandomStrokes(unsigned seed) : random_(seed) {}
+  enum Spread { Within, Across, Far };
+  // Points moved by `offset` on both axes.
+  explicit RandomStrokes(unsigned seed, Spread spread = Far, double offset = 0)
+      : random_(seed), spread_(spread), offset_(offset) {}
 
   void Lines(Canvas& c, int n) {
     for (int i = 0; i < n; ++i) {
-      const CanvasPoint a = Place();
-      const double length = Length(), angle = Angle();
-      const double bx = a.x + length * std::cos(angle), by = a.y + length * std::sin(angle);
-      c.Line(a.x, a.y, i % 17 == 0 ? a.x : bx, i % 17 == 0 ? a.y : by, Colour());
+      CanvasPoint a, b;
+      do {
+        a = Place();
+        const double length = i % 17 == 0 ? 0 : Length(), angle = Angle();
+        b = {a.x + length * std::cos(angle), a.y + length * std::sin(angle)};
+      } while (!Fits(b));
+      c.Line(a.x + offset_, a.y + offset_, b.x + offset_, b.y + offset_, Colour());
     }
   }
   void Polylines(Canvas& c, int n) {
     for (int i = 0; i < n; ++i) {
       std::vector<CanvasPoint> points{Place()};
       const int count = 2 + static_cast<int>(random_() % 6);
-      for (int k = 1; k < count; ++k) {
+      while (static_cast<int>(points.size()) < count) {
         const double length = Length(), angle = Angle();
-        points.push_back({points.back().x + length * std::cos(angle),
-                          points.back().y + length * std::sin(angle)});
+        const CanvasPoint next{points.back().x + length * std::cos(angle),
+                               points.back().y + length * std::sin(angle)};
+        if (Fits(next)) points.push_back(next);
       }
       if (i % 2) points.push_back(points.front());  // closed
+      for (CanvasPoint& p : points) p = {p.x + offset_, p.y + offset_};
       c.Polyline(points, Colour());
     }
   }
   void Boxes(Canvas& c, int n) {
     for (int i = 0; i < n; ++i) {
       const CanvasPoint a = Place(), b = Place();
-      c.Box(a.x, a.y, b.x, b.y, Colour());
+      c.Box(a.x + offset_, a.y + offset_, b.x + offset_, b.y + offset_, Colour());
     }
   }
   void Arcs(Canvas& c, int n, double largest) {
@@ -97,17 +87,27 @@ class RandomStrokes {
       const CanvasPoint centre = Place();
       const double radius = 0.3 + Unit() * largest, start = Angle();
       const double end = i % 3 == 0 ? start : start + Angle();  // a third are whole circles
-      c.Circle(centre.x, centre.y, radius, Colour(), start, end);
+      c.Circle(centre.x + offset_, centre.y + offset_, radius, Colour(), start, end);
     }
   }
 
  private:
   double Unit() { return std::uniform_real_distribution<double>(0, 1)(random_); }
   double Angle() { return Unit() * 2 * std::numbers::pi; }
-  // Mostly within the picture, some across its edges, a few far away.
+  // Within the picture; or mostly so and some across its edges; and with
+  // a few far away, beyond what fixed point holds.
   CanvasPoint Place() {
-    if (random_() % 20 == 0) return {(Unit() - 0.5) * 1e7, (Unit() - 0.5) * 1e7};
+    if (spread_ == Within) return {Unit() * (kSize - 1), Unit() * (kSize - 1)};
+    if (spread_ == Far && random_() % 20 == 0) return {(Unit() - 0.5) * 1e9, (Unit() - 0.5) * 1e9};
     return {-20 + Unit() * (kSize + 40), -20 + Unit() * (kSize + 40)};
+  }
+  bool Fits(CanvasPoint p) const {
+    switch (spread_) {
+      case Within: return p.x >= 0 && p.y >= 0 && p.x <= kSize - 1 && p.y <= kSize - 1;
+      case Across: return p.x >= -150 && p.y >= -150 && p.x <= kSize + 150 && p.y <= kSize + 150;
+      case Far: return true;
+    }
+    return true;
   }
   // Shorter than a pixel, a few pixels, or across the picture.
   double Length() {
@@ -123,6 +123,8 @@ class RandomStrokes {
                static_cast<std::uint8_t>(v >> 16)};
   }
   std::mt19937 random_;
+  Spread spread_;
+  double offset_;
 };
 
 class DrawingCanvasTest : public ::testing::Test {
@@ -134,18 +136,71 @@ class DrawingCanvasTest : public ::testing::Test {
 TEST_F(DrawingCanvasTest, LinesDotsBoxesAndPolylinesAreThePaintersOwnPixels) {
   for (unsigned seed = 1; seed <= 6; ++seed) {
     const Strokes strokes = [seed](Canvas& c) {
-      RandomStrokes r(seed);
+      RandomStrokes r(seed, RandomStrokes::Within);
       r.Lines(c, 400);
       r.Polylines(c, 150);
-      r.Boxes(c, 20);
     };
     const QImage direct = Paint(strokes, DrawingCanvas::Lines::Direct);
-    const QImage painter = Paint(strokes, DrawingCanvas::Lines::Painter);
-    const Difference d = Compare(direct, painter, whole);
+    const Difference d = Compare(direct, Paint(strokes, DrawingCanvas::Lines::Painter), whole);
     EXPECT_EQ(d.pixels, 0) << "seed " << seed << ", largest difference " << d.largest;
     // Something was painted at all.
     EXPECT_GT(Compare(direct, Paint([](Canvas&) {}, DrawingCanvas::Lines::Direct), whole).pixels, 5000);
   }
+}
+
+// The painter follows a line from where the picture's edge cuts it, which
+// moves its shading by up to half a pixel with the place of the cut; the
+// canvas follows it from its true ends, whatever the cut. Across the edges
+// its lines are the painter's own in a picture large enough to hold them.
+TEST_F(DrawingCanvasTest, AcrossThePicturesEdgesTheyAreThePaintersLinesUncut) {
+  constexpr int kMargin = 200, kLarge = kSize + 2 * kMargin;
+  const QRect inner(kMargin, kMargin, kSize, kSize);
+  for (unsigned seed = 1; seed <= 6; ++seed) {
+    const auto strokes = [seed](double offset) {
+      return [seed, offset](Canvas& c) {
+        RandomStrokes r(seed, RandomStrokes::Across, offset);
+        r.Lines(c, 400);
+        r.Polylines(c, 150);
+        r.Boxes(c, 20);
+      };
+    };
+    const QImage direct = Paint(strokes(0), DrawingCanvas::Lines::Direct);
+    const QImage uncut = Paint(strokes(kMargin), DrawingCanvas::Lines::Painter, {}, kLarge).copy(inner);
+    const Difference d = Compare(direct, uncut, whole);
+    EXPECT_EQ(d.pixels, 0) << "seed " << seed << ", largest difference " << d.largest;
+  }
+}
+
+// Ends beyond what fixed point holds are cut to the picture first: such
+// lines ink the pixels next to those the painter inks, none elsewhere.
+TEST_F(DrawingCanvasTest, LinesToFarAwayPointsAreCutToThePicture) {
+  const Strokes far = [](Canvas& c) {
+    std::mt19937 random(3);
+    std::uniform_real_distribution<double> in(0, kSize), out(-1e9, 1e9);
+    for (int i = 0; i < 30; ++i) c.Line(in(random), in(random), out(random), out(random), colours::White);
+  };
+  const QImage direct = Paint(far, DrawingCanvas::Lines::Direct);
+  const QImage painter = Paint(far, DrawingCanvas::Lines::Painter);
+  const auto inked = [](const QImage& image, int x, int y) {
+    return x >= 0 && y >= 0 && x < kSize && y < kSize && qRed(image.pixel(x, y)) > 140;
+  };
+  const auto near = [&](const QImage& image, int x, int y) {
+    for (int dy = -1; dy <= 1; ++dy) {
+      for (int dx = -1; dx <= 1; ++dx) {
+        if (inked(image, x + dx, y + dy)) return true;
+      }
+    }
+    return false;
+  };
+  int ink = 0, astray = 0;
+  for (int y = 0; y < kSize; ++y) {
+    for (int x = 0; x < kSize; ++x) {
+      ink += inked(direct, x, y);
+      astray += (inked(direct, x, y) && !near(painter, x, y)) || (inked(painter, x, y) && !near(direct, x, y));
+    }
+  }
+  EXPECT_GT(ink, 30 * kSize / 4);
+  EXPECT_EQ(astray, 0);
 }
 
 TEST_F(DrawingCanvasTest, SmallArcsAndCirclesFollowThePaintersWithinAHair) {
