@@ -138,7 +138,7 @@ void Painted(benchmark::State& state, bool oneLot) {
   ui::DrawingFrame frame;
   frame.Paint(view, kFrameSize);
   for (auto _ : state) frame.Paint(view, kFrameSize);
-  state.counters["entities"] = static_cast<double>(view.LastFrameEntities());
+  state.counters["entities"] = static_cast<double>(frame.LastEntities());
 }
 
 void BM_PaintWholeSheet(benchmark::State& state) { Painted(state, false); }

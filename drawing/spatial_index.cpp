@@ -83,6 +83,17 @@ void SpatialIndex::Build(const std::vector<Entity>& entities, const Box& extent)
   for (std::size_t i = 0; i < entities.size(); ++i) items_[next[cellOf[i]]++] = static_cast<std::uint32_t>(i);
 }
 
+double SpatialIndex::ShareOf(const Box& window) const {
+  if (extent_.Empty() || window.Empty() || !window.Intersects(extent_)) return 0;
+  // Along one axis; an extent of no width is covered whole once met.
+  const auto share = [](double low, double high, double from, double to) {
+    if (!(to > from)) return 1.0;
+    return std::clamp((std::min(high, to) - std::max(low, from)) / (to - from), 0.0, 1.0);
+  };
+  return share(window.minX, window.maxX, extent_.minX, extent_.maxX) *
+         share(window.minY, window.maxY, extent_.minY, extent_.maxY);
+}
+
 std::size_t SpatialIndex::MemoryBytes() const {
   return sizeof(*this) + levels_.capacity() * sizeof(Level) + starts_.capacity() * 4 +
          items_.capacity() * 4;

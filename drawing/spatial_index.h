@@ -50,6 +50,14 @@ class SpatialIndex {
       for (std::size_t i = 0; i < entities.size(); ++i) visit(static_cast<std::uint32_t>(i));
       return;
     }
+    if (ShareOf(window) >= 0.25) {
+      // Reading every entity in order costs less than the index, whose
+      // cells send the reads all over memory.
+      for (std::size_t i = 0; i < entities.size(); ++i) {
+        if (entities[i].bounds.Intersects(window)) visit(static_cast<std::uint32_t>(i));
+      }
+      return;
+    }
     seen.assign((entities.size() + 63) / 64, 0);
     Query(entities, window, [&](std::uint32_t i) { seen[i / 64] |= std::uint64_t{1} << (i % 64); });
     for (std::size_t w = 0; w < seen.size(); ++w) {
@@ -58,6 +66,9 @@ class SpatialIndex {
       }
     }
   }
+
+  // The part of the drawing's extent that the window covers, 0 to 1.
+  double ShareOf(const Box& window) const;
 
   std::size_t MemoryBytes() const;
   std::size_t LevelCount() const { return levels_.size(); }

@@ -316,29 +316,41 @@ void Viewer::Render(Canvas& canvas) {
   const PicturePart whole{0, 0, static_cast<int>(std::ceil(viewportWidth_)),
                           static_cast<int>(std::ceil(viewportHeight_))};
   lastFrameEntities_ = RenderPart(canvas, whole, scratch_);
-  if (dragging_) {
-    const PaintTransform t = CurrentTransform();
-    const CanvasPoint a = t.To(dragFrom_), b = t.To(dragTo_);
-    canvas.Box(a.x, a.y, b.x, b.y, ContrastOf(back_));
-  }
+  RenderPartBand(canvas);
+}
+
+void Viewer::RenderPartBand(Canvas& canvas) const {
+  if (!document_ || !dragging_) return;
+  const PaintTransform t = CurrentTransform();
+  const CanvasPoint a = t.To(dragFrom_), b = t.To(dragTo_);
+  canvas.Box(a.x, a.y, b.x, b.y, ContrastOf(back_));
+}
+
+Box Viewer::PartWindow(const PicturePart& part) const {
+  const PaintTransform t = CurrentTransform();
+  const Point low = ToDrawing(part.left, part.bottom), high = ToDrawing(part.right, part.top);
+  return Box::Of(low.x, low.y, high.x, high.y).Inflated(kStrokeReach / t.scale + document_->textReach);
 }
 
 std::size_t Viewer::RenderPart(Canvas& canvas, const PicturePart& part, PaintScratch& scratch) const {
   if (!document_ || part.Empty()) return 0;
-  const PaintTransform t = CurrentTransform();
-  const Point low = ToDrawing(part.left, part.bottom), high = ToDrawing(part.right, part.top);
-  const Box window =
-      Box::Of(low.x, low.y, high.x, high.y).Inflated(kStrokeReach / t.scale + document_->textReach);
-  EntityPainter painter(document_->document, canvas, t, back_, foreNumber_, scratch, part);
+  EntityPainter painter(document_->document, canvas, CurrentTransform(), back_, foreNumber_, scratch,
+                        part);
   const auto& entities = document_->document.entities;
   std::size_t painted = 0;
-  document_->index.QueryInOrder(entities, window, scratch.seen, [&](std::uint32_t i) {
+  document_->index.QueryInOrder(entities, PartWindow(part), scratch.seen, [&](std::uint32_t i) {
     const Entity& e = entities[i];
     if (!layerVisible_[e.layer]) return;
     ++painted;
     painter.Paint(e, marked_[i]);
   });
   return painted;
+}
+
+std::size_t Viewer::EntitiesAbout(const PicturePart& part) const {
+  if (!document_ || part.Empty()) return 0;
+  const double all = static_cast<double>(document_->document.entities.size());
+  return static_cast<std::size_t>(document_->index.ShareOf(PartWindow(part)) * all);
 }
 
 bool Viewer::OverviewTransform(double w, double h, PaintTransform& t) const {

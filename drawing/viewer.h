@@ -147,6 +147,11 @@ class Viewer {
   // in the view, so parts may be painted at once on threads of their own,
   // each with its own scratch. The number of entities painted.
   std::size_t RenderPart(Canvas& canvas, const PicturePart& part, PaintScratch& scratch) const;
+  // About how many entities RenderPart would meet, from the part of the
+  // drawing's extent the part shows.
+  std::size_t EntitiesAbout(const PicturePart& part) const;
+  // The band of a part being spanned, while one is.
+  void RenderPartBand(Canvas& canvas) const;
   // Grows whenever the picture changes other than by a move of the window:
   // the drawing, the viewport, layers, colours, marks, the band of a part.
   unsigned Look() const { return look_; }
@@ -191,6 +196,9 @@ class Viewer {
   void SetWindow(const Box& window, bool remember);
   Box FittedWindow(const Box& window) const;
   Box AllWindow() const;
+  // The drawing's window of a part of the picture, grown by the reach of
+  // strokes and letters.
+  Box PartWindow(const PicturePart& part) const;
   double ZoomAllScale() const;
   double DistanceTo(std::uint32_t entity, Point at) const;
   bool OverviewTransform(double width, double height, PaintTransform& t) const;

@@ -31,17 +31,19 @@ std::uint32_t Argb(Rgb c) {
   return 0xFF000000u | (std::uint32_t{c.r} << 16) | (std::uint32_t{c.g} << 8) | c.b;
 }
 
-// The painter paints on a 32-bit image as it is: no transform, no clip, each
-// pixel's colour laid over it.
+// The painter paints on a 32-bit image as it is, or moved by whole pixels
+// (an image that holds some rows of a larger picture): no other transform,
+// no clip, each pixel's colour laid over it.
 bool PlainImage(QPainter& painter) {
   QPaintDevice* device = painter.device();
   if (!device || device->devType() != QInternal::Image) return false;
   const QImage& image = *static_cast<QImage*>(device);
+  const QTransform& t = painter.worldTransform();
   return (image.format() == QImage::Format_RGB32 ||
           image.format() == QImage::Format_ARGB32_Premultiplied) &&
-         image.devicePixelRatio() == 1 && painter.worldTransform().isIdentity() &&
-         !painter.hasClipping() && painter.opacity() == 1 &&
-         painter.compositionMode() == QPainter::CompositionMode_SourceOver;
+         image.devicePixelRatio() == 1 && t.type() <= QTransform::TxTranslate &&
+         t.dx() == std::round(t.dx()) && t.dy() == std::round(t.dy()) && !painter.hasClipping() &&
+         painter.opacity() == 1 && painter.compositionMode() == QPainter::CompositionMode_SourceOver;
 }
 
 }  // namespace
@@ -52,8 +54,14 @@ DrawingCanvas::DrawingCanvas(QPainter& painter, double width, double height, Lin
     // The painter has the image already: its pixels are not shared, and
     // bits() does not move them.
     QImage& image = *static_cast<QImage*>(painter.device());
-    raster_.emplace(reinterpret_cast<std::uint32_t*>(image.bits()), image.bytesPerLine() / 4,
-                    image.width(), image.height());
+    LineRaster::Pixels pixels;
+    pixels.first = reinterpret_cast<std::uint32_t*>(image.bits());
+    pixels.stride = image.bytesPerLine() / 4;
+    pixels.left = -static_cast<int>(painter.worldTransform().dx());
+    pixels.top = -static_cast<int>(painter.worldTransform().dy());
+    pixels.width = image.width();
+    pixels.height = image.height();
+    raster_.emplace(pixels, static_cast<int>(std::ceil(width)), static_cast<int>(std::ceil(height)));
   }
   font_.setFamily("DejaVu Sans");
   font_.setStyleHint(QFont::SansSerif);
@@ -78,6 +86,11 @@ void DrawingCanvas::SetClip(const QRect& rect) {
 
 void DrawingCanvas::Clear(Rgb background) {
   painter_.fillRect(QRectF(0, 0, width_, height_), ToQColor(background));
+}
+
+void DrawingCanvas::ClearForStrokes(Rgb background) {
+  if (raster_) raster_->Fill(Argb(background));
+  else Clear(background);
 }
 
 void DrawingCanvas::Pen(Rgb colour) {
@@ -184,18 +197,21 @@ void DrawingCanvas::DirectArc(double cx, double cy, double radius, double start,
                               Rgb colour) {
   constexpr double twoPi = 2 * std::numbers::pi;
   const bool closed = span >= twoPi - 1e-12;
-  // Chords of this angle stray kArcTolerance from the arc at their middle.
-  const double chord = 2 * std::acos(std::max(-1.0, 1 - kArcTolerance / radius));
+  // Chords of angle 2 sqrt(2 t / r) stray a little less than t from the arc
+  // at their middle (the arc's cosine, to its second term).
+  const double chord = 2 * std::sqrt(2 * kArcTolerance / radius);
   const int pieces = std::clamp(static_cast<int>(std::ceil(span / chord)), closed ? 3 : 1, 512);
   raster_->SetColour(Argb(colour));
-  const auto at = [&](int k) {
-    const double a = start + span * k / pieces;
-    return CanvasPoint{cx + radius * std::cos(a), cy - radius * std::sin(a)};
-  };
-  CanvasPoint from = at(0);
-  const CanvasPoint first = from;
+  // The points turn by one chord's angle each, anticlockwise on the screen.
+  const double stepCos = std::cos(span / pieces), stepSin = std::sin(span / pieces);
+  double u = std::cos(start), v = std::sin(start);
+  const CanvasPoint first{cx + radius * u, cy - radius * v};
+  CanvasPoint from = first;
   for (int k = 1; k <= pieces; ++k) {
-    const CanvasPoint to = k == pieces && closed ? first : at(k);
+    const double nu = u * stepCos - v * stepSin;
+    v = u * stepSin + v * stepCos;
+    u = nu;
+    const CanvasPoint to = k == pieces && closed ? first : CanvasPoint{cx + radius * u, cy - radius * v};
     int caps = LineRaster::NoCaps;
     if (!closed && k == 1) caps |= LineRaster::CapStart;
     if (!closed && k == pieces) caps |= LineRaster::CapEnd;

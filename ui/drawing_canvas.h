@@ -20,13 +20,16 @@ namespace parvenna::ui {
 // a deep zoom puts the ends of long lines millions of pixels away.
 //
 // Lines, dots and arcs up to kLargestDirectArc pixels in radius go straight
-// into the pixels when the painter paints on a 32-bit image as it is
-// (LineRaster: the painter's own pixels, without its cost per call); arcs are
-// then followed in chords that stray less than an eighth of a pixel. Texts,
-// areas, larger arcs and any other painter go through the painter.
+// into the pixels when the painter paints on a 32-bit image as it is, or on
+// one that holds some rows of the picture, moved by whole pixels (LineRaster:
+// the painter's own pixels, without its cost per call); arcs are then
+// followed in chords that stray less than an eighth of a pixel. Texts, areas,
+// larger arcs and any other painter go through the painter.
 class DrawingCanvas : public Canvas {
  public:
   enum class Lines { Direct, Painter };
+  // width and height are the whole picture's, whatever part the painter's
+  // image holds.
   DrawingCanvas(QPainter& painter, double width, double height, Lines lines = Lines::Direct);
   // Only this part of the picture changes, Clear included.
   void SetClip(const QRect& rect);
@@ -36,6 +39,10 @@ class DrawingCanvas : public Canvas {
   void SetSize(double width, double height) override;
   void Cls() override;
   void Clear(Rgb background) override;
+  // As Clear, with plain stores that leave the pixels at hand for the many
+  // strokes to follow; the painter's fill bypasses the processor's cache,
+  // which is quicker when few follow.
+  void ClearForStrokes(Rgb background);
   void Line(double x1, double y1, double x2, double y2, Rgb colour) override;
   void Box(double x1, double y1, double x2, double y2, Rgb colour) override;
   void Circle(double cx, double cy, double radius, Rgb colour, double startAngle,

@@ -3,11 +3,11 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
-#include <vector>
 
 #include <QPainter>
 
 #include "ui/drawing_canvas.h"
+#include "ui/paint_workers.h"
 
 namespace parvenna::ui {
 namespace {
@@ -20,18 +20,69 @@ constexpr double kSameScale = 1e-9;
 
 }  // namespace
 
+DrawingFrame::DrawingFrame(std::size_t bandsFrom) : bandsFrom_(bandsFrom), scratch_(1) {}
+DrawingFrame::~DrawingFrame() = default;
+
 void DrawingFrame::Remember(const drawing::Viewer& viewer) {
   look_ = viewer.Look();
   transform_ = viewer.CurrentTransform();
   painted_ = true;
 }
 
+void DrawingFrame::PaintParts(const drawing::Viewer& viewer,
+                              std::span<const drawing::PicturePart> parts) {
+  lastEntities_ = 0;
+  // The pixels are this image's alone before any thread paints into them.
+  uchar* const bits = image_.bits();
+  const qsizetype stride = image_.bytesPerLine();
+  const int width = image_.width(), height = image_.height();
+  const Rgb back = viewer.BackColour();
+  for (const drawing::PicturePart& part : parts) {
+    if (part.Empty()) continue;
+    // A part of many entities is painted in bands of rows, one a thread.
+    std::vector<drawing::PicturePart> bands{part};
+    const bool many = viewer.EntitiesAbout(part) > bandsFrom_;
+    if (many) {
+      if (!workers_) {
+        workers_ = std::make_unique<PaintWorkers>();
+        scratch_.resize(static_cast<std::size_t>(workers_->Width()));
+      }
+      const int count = std::min(workers_->Width(), part.bottom - part.top);
+      bands.clear();
+      for (int i = 0; i < count; ++i) {
+        const int rows = part.bottom - part.top;
+        bands.push_back({part.left, part.top + rows * i / count, part.right, part.top + rows * (i + 1) / count});
+      }
+    }
+    std::vector<std::size_t> painted(bands.size());
+    const auto paint = [&](int job, int worker) {
+      const drawing::PicturePart& b = bands[static_cast<std::size_t>(job)];
+      // The band's rows of the picture, painted in the picture's coordinates.
+      QImage rows(bits + b.top * stride + b.left * 4, b.right - b.left, b.bottom - b.top, stride,
+                  image_.format());
+      QPainter painter(&rows);
+      painter.translate(-b.left, -b.top);
+      DrawingCanvas canvas(painter, width, height);
+      if (many) canvas.ClearForStrokes(back);
+      else canvas.Clear(back);
+      painted[static_cast<std::size_t>(job)] =
+          viewer.RenderPart(canvas, b, scratch_[static_cast<std::size_t>(worker)]);
+    };
+    if (bands.size() > 1) workers_->Run(static_cast<int>(bands.size()), paint);
+    else paint(0, 0);
+    for (const std::size_t n : painted) lastEntities_ += n;
+  }
+}
+
 void DrawingFrame::Paint(drawing::Viewer& viewer, QSize size) {
+  viewer.SetViewport(size.width(), size.height());
   if (image_.size() != size) image_ = QImage(size, QImage::Format_RGB32);
+  const drawing::PicturePart whole{0, 0, size.width(), size.height()};
+  PaintParts(viewer, {&whole, 1});
   {
     QPainter painter(&image_);
     DrawingCanvas canvas(painter, size.width(), size.height());
-    viewer.Render(canvas);
+    viewer.RenderPartBand(canvas);
   }
   Remember(viewer);
   lastMoved_ = false;
@@ -60,16 +111,7 @@ void DrawingFrame::Update(drawing::Viewer& viewer, QSize size) {
   const int left = mx > 0 ? mx : 0, right = mx < 0 ? w + mx : w;
   if (my > 0) parts.push_back({left, 0, right, my});
   if (my < 0) parts.push_back({left, h + my, right, h});
-  {
-    QPainter painter(&image_);
-    DrawingCanvas canvas(painter, w, h);
-    for (const drawing::PicturePart& part : parts) {
-      if (part.Empty()) continue;
-      canvas.SetClip(QRect(part.left, part.top, part.right - part.left, part.bottom - part.top));
-      canvas.Clear(viewer.BackColour());
-      viewer.RenderPart(canvas, part, scratch_);
-    }
-  }
+  PaintParts(viewer, parts);
   Remember(viewer);
   lastMoved_ = true;
 }
@@ -78,9 +120,10 @@ void DrawingFrame::Scroll(int dx, int dy) {
   const int w = image_.width(), h = image_.height();
   const std::size_t keep = static_cast<std::size_t>(w - std::abs(dx)) * 4;
   const int from = dx > 0 ? 0 : -dx, to = dx > 0 ? dx : 0;
+  uchar* const bits = image_.bits();
+  const qsizetype stride = image_.bytesPerLine();
   const auto move = [&](int y) {
-    const auto* source = image_.constScanLine(y - dy);
-    std::memmove(image_.scanLine(y) + to * 4, source + from * 4, keep);
+    std::memmove(bits + y * stride + to * 4, bits + (y - dy) * stride + from * 4, keep);
   };
   // Rows are moved so that none is overwritten before it is read.
   if (dy > 0) {

@@ -20,15 +20,25 @@ class LineRaster {
  public:
   enum Caps { NoCaps = 0, CapStart = 1, CapEnd = 2 };
 
-  // The image's pixels; stride is in pixels.
-  LineRaster(std::uint32_t* pixels, std::ptrdiff_t stride, int width, int height);
+  // Pixels held of a picture: from (left, top) of the picture, stride apart
+  // from row to row.
+  struct Pixels {
+    std::uint32_t* first = nullptr;
+    std::ptrdiff_t stride = 0;
+    int left = 0, top = 0, width = 0, height = 0;
+  };
+  // Paints those pixels of a picture of this size.
+  LineRaster(const Pixels& pixels, int pictureWidth, int pictureHeight);
 
-  // Only pixels with x0 <= x < x1 and y0 <= y < y1 change; the lines keep
-  // the places they have in the whole image.
+  // Only pixels with x0 <= x < x1 and y0 <= y < y1 of those held change; the
+  // lines keep the places they have in the whole picture.
   void SetClip(int x0, int y0, int x1, int y1);
   // An opaque colour, 0xAARRGGBB with alpha 255.
   void SetColour(std::uint32_t argb) { colour_ = argb; }
 
+  // Every pixel within the clip, in full colour: with plain stores, which
+  // leave the pixels at hand for the lines that follow.
+  void Fill(std::uint32_t argb);
   // The pixel nearest to the point, in full colour.
   void Dot(double x, double y);
   // A segment with half a pixel added at the capped ends. A polyline is
@@ -54,10 +64,12 @@ class LineRaster {
   bool ClipToImage(double& x1, double& y1, double& x2, double& y2) const;
   void Blend(int x, int y, int coverage);
 
+  // Pixel (x, y) of the picture is pixels_[y * stride_ + x + offset_].
   std::uint32_t* pixels_;
-  std::ptrdiff_t stride_;
+  std::ptrdiff_t stride_, offset_;
+  Pixels held_;
   int width_, height_;
-  int clipX0_ = 0, clipY0_ = 0, clipX1_, clipY1_;
+  int clipX0_ = 0, clipY0_ = 0, clipX1_ = 0, clipY1_ = 0;
   std::uint32_t colour_ = 0xFF000000;
 };
 

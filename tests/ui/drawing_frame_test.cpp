@@ -5,6 +5,7 @@
 // pixels look as the painter paints them.
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <memory>
 #include <string>
 #include <vector>
@@ -90,20 +91,24 @@ TEST_F(DrawingFrameTest, APanByWholePixelsPaintsOnlyWhatCameIntoViewAndThatAsANe
       view.Show(drawing);
       view.SetBackColour({20, 20, 30});
       view.SetZoomFactor(zoom);
-      DrawingFrame frame, fresh;
-      frame.Update(view, kSize);
-      for (const auto& [dx, dy] : std::vector<std::pair<int, int>>{
-               {37, 0}, {0, -23}, {-61, 15}, {5, 5}, {-130, -90}, {1, 0}, {0, 299}}) {
-        PanPixels(view, dx, dy);
+      // The strips painted by one thread, and in bands on every thread.
+      for (const std::size_t bandsFrom : {DrawingFrame::kManyEntities, std::size_t{0}}) {
+        DrawingFrame frame(bandsFrom), fresh;
         frame.Update(view, kSize);
-        EXPECT_TRUE(frame.LastMoved());
-        fresh.Paint(view, kSize);
-        const testing::Difference d = Compare(frame.Image(), fresh.Image());
-        // The painter fills areas that cross the picture's edge with a shade
-        // that may differ by a few levels in the edge's pixels; nothing more.
-        EXPECT_EQ(d.marked, 0) << drawing->document.path << " at zoom " << zoom << ", pan " << dx
-                               << "," << dy << ": largest difference " << d.largest;
-        EXPECT_LE(d.pixels, 20) << drawing->document.path << " at zoom " << zoom;
+        for (const auto& [dx, dy] : std::vector<std::pair<int, int>>{
+                 {37, 0}, {0, -23}, {-61, 15}, {5, 5}, {-130, -90}, {1, 0}, {0, 299}}) {
+          PanPixels(view, dx, dy);
+          frame.Update(view, kSize);
+          EXPECT_TRUE(frame.LastMoved());
+          fresh.Paint(view, kSize);
+          const testing::Difference d = Compare(frame.Image(), fresh.Image());
+          // The painter fills areas that cross the picture's edge with a
+          // shade that may differ by a few levels in the edge's pixels;
+          // nothing more.
+          EXPECT_EQ(d.marked, 0) << drawing->document.path << " at zoom " << zoom << ", pan " << dx
+                                 << "," << dy << ": largest difference " << d.largest;
+          EXPECT_LE(d.pixels, 20) << drawing->document.path << " at zoom " << zoom;
+        }
       }
     }
   }
@@ -140,6 +145,28 @@ TEST_F(DrawingFrameTest, AnyOtherChangePaintsThePictureAfresh) {
   frame.Update(view, QSize(300, 300));
   EXPECT_FALSE(frame.LastMoved());
   EXPECT_EQ(frame.Image().size(), QSize(300, 300));
+}
+
+TEST_F(DrawingFrameTest, AFramePaintedInBandsAtOnceIsTheFrameOneThreadPaints) {
+  for (const auto& drawing : drawings()) {
+    ASSERT_TRUE(drawing);
+    for (const double zoom : {1.0, 4.0, 32.0}) {
+      Viewer view;
+      view.SetViewport(kSize.width(), kSize.height());
+      view.Show(drawing);
+      view.SetZoomFactor(zoom);
+      DrawingFrame banded(0), alone(std::numeric_limits<std::size_t>::max());
+      banded.Paint(view, kSize);
+      alone.Paint(view, kSize);
+      const testing::Difference d = Compare(banded.Image(), alone.Image());
+      // Texts and areas that cross a band's edge are cut by it as by the
+      // picture's: a few levels of shade in the edge's pixels at most.
+      EXPECT_EQ(d.marked, 0) << drawing->document.path << " at zoom " << zoom;
+      EXPECT_LE(d.pixels, 20) << drawing->document.path << " at zoom " << zoom;
+      // Entities across a band's edge count once in each band.
+      EXPECT_GE(banded.LastEntities(), alone.LastEntities());
+    }
+  }
 }
 
 // The frames as the painter paints each line, dot and arc, against the same
