@@ -1,4 +1,6 @@
 // parvenna: the closure checker's desktop program.
+#include <filesystem>
+
 #include <QDir>
 
 #include "shell/messages.h"
@@ -30,6 +32,9 @@ int main(int argc, char** argv) {
   // The main window shows itself once the system store is held: a refused
   // start leaves the splash alone on the screen with its box.
   parvenna::ui::MainWindow window(places.AppDirectory);
+  // A drawing read once opens from the user's cache while it is unchanged.
+  window.Shell().frmView.UseDrawingCache(
+      (std::filesystem::path(parvenna::store::UserDirectoriesOf().Cache) / "drawings").string());
   if (!window.Start(commandLine)) return 1;
   splash.finish(&window);
   return app.exec();

@@ -1,5 +1,5 @@
 // The drawing engine on a county plat sheet of half a million entities:
-// loading beside GDAL's own reading; a frame of the whole sheet and of one
+// loading beside GDAL's own reading, and again from the cache; a frame of the whole sheet and of one
 // lot at 1920 by 1080, counted in canvas calls and painted by the views' own
 // Qt canvas into an image, and a pan of a tenth of the view; a pick; and the
 // memory an entity takes.
@@ -29,6 +29,10 @@ namespace parvenna::drawing {
 
 std::string SheetPath() {
   return (std::filesystem::temp_directory_path() / "parvenna_drawing_bench_sheet.dxf").string();
+}
+
+std::string CachePath() {
+  return (std::filesystem::temp_directory_path() / "parvenna_drawing_bench_cache").string();
 }
 
 namespace {
@@ -82,6 +86,36 @@ void BM_LoadSheet(benchmark::State& state) {
     benchmark::DoNotOptimize(drawing);
   }
   state.counters["entities"] = static_cast<double>(entities);
+}
+
+// The first opening with a cache: the sheet read, and its copy written.
+void BM_LoadSheetKeepingItsCopy(benchmark::State& state) {
+  const DrawingCache cache(CachePath());
+  std::string detail;
+  for (auto _ : state) {
+    state.PauseTiming();
+    std::error_code ec;
+    std::filesystem::remove(cache.CopyPath(Sheet()), ec);
+    state.ResumeTiming();
+    auto drawing = ReadIndexedDrawing(Sheet(), detail, &cache);
+    benchmark::DoNotOptimize(drawing);
+  }
+}
+
+// The sheet opened again unchanged: from the copy its first reading kept.
+void BM_LoadSheetFromCache(benchmark::State& state) {
+  const DrawingCache cache(CachePath());
+  std::string detail;
+  const bool kept = ReadIndexedDrawing(Sheet(), detail, &cache) != nullptr;
+  bool cached = false;
+  for (auto _ : state) {
+    auto drawing = ReadIndexedDrawing(Sheet(), detail, &cache);
+    cached = kept && drawing && drawing->cached;
+    benchmark::DoNotOptimize(drawing);
+  }
+  if (!cached) state.SkipWithError("the sheet was not read from the cache");
+  std::error_code ec;
+  state.counters["copy_MB"] = static_cast<double>(std::filesystem::file_size(cache.CopyPath(Sheet()), ec)) / 1e6;
 }
 
 void BM_GdalAloneReadsSheet(benchmark::State& state) {
@@ -190,6 +224,8 @@ void BM_MemoryPerEntity(benchmark::State& state) {
 
 BENCHMARK(BM_GdalAloneReadsSheet)->Unit(benchmark::kMillisecond)->Iterations(2);
 BENCHMARK(BM_LoadSheet)->Unit(benchmark::kMillisecond)->Iterations(2);
+BENCHMARK(BM_LoadSheetKeepingItsCopy)->Unit(benchmark::kMillisecond)->Iterations(2);
+BENCHMARK(BM_LoadSheetFromCache)->Unit(benchmark::kMillisecond)->Iterations(5);
 BENCHMARK(BM_FrameWholeSheet)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_FrameOneLot)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_PaintWholeSheet)->Unit(benchmark::kMillisecond);
@@ -202,7 +238,8 @@ BENCHMARK(BM_MemoryPerEntity)->Iterations(1);
 }  // namespace
 }  // namespace parvenna::drawing
 
-// The sheet is written once per run and removed at the end. The painting
+// The sheet and the cache of its copy are written once per run and removed at
+// the end. The painting
 // needs the fonts of a Qt application, on the offscreen platform unless
 // another is asked for.
 int main(int argc, char** argv) {
@@ -214,5 +251,6 @@ int main(int argc, char** argv) {
   benchmark::Shutdown();
   std::error_code ignored;
   std::filesystem::remove(parvenna::drawing::SheetPath(), ignored);
+  std::filesystem::remove_all(parvenna::drawing::CachePath(), ignored);
   return 0;
 }

@@ -92,7 +92,7 @@ bool ViewForm::OpenDrawing() {
   if (path.empty()) return true;  // no drawing linked: nothing to show, no error
 
   std::string detail;
-  std::shared_ptr<const IndexedDrawing> drawing = ReadIndexedDrawing(path, detail);
+  std::shared_ptr<const IndexedDrawing> drawing = ReadIndexedDrawing(path, detail, &cache_);
   if (!drawing) {
     // The path is not kept, so that the next refresh tries the file again.
     Inform(prompter_, detail.empty() ? std::string(messages::OpenDrawingFileError)

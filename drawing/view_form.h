@@ -64,6 +64,9 @@ class ViewForm {
   void SetHost(ViewHost* host) { host_ = host; }
   // Tooltips off: the buttons lose theirs.
   void ClearToolTips();
+  // Drawings are kept in this directory once read, and an unchanged one is
+  // read from there; none is kept until a directory is given.
+  void UseDrawingCache(std::string directory) { cache_ = DrawingCache(std::move(directory)); }
   Prompter& prompter() { return prompter_; }
   // A click in a view grabs its label: a parcel is being edited.
   bool Grabbing() const { return editor_.cmdSave.Enabled && !lastDrawing_.empty(); }
@@ -200,6 +203,7 @@ class ViewForm {
   ViewHost* host_ = nullptr;
   std::array<Pane, kViewCount> views_;
   std::string lastDrawing_;
+  DrawingCache cache_{""};
   bool saveFailed_ = false;  // the box was shown once; the views are not saved again
   bool overviewWanted_ = true;
   std::vector<std::string> marked_;  // the used labels the views show marked

@@ -40,21 +40,7 @@ double TextDistance(const TextData& text, Point p) {
   return std::hypot(ou, ov);
 }
 
-
-}  // namespace
-
-std::shared_ptr<const IndexedDrawing> ReadIndexedDrawing(const std::string& path,
-                                                         std::string& detail) {
-  LoadResult loaded = LoadDrawing(path);
-  if (!loaded.document) {
-    detail = loaded.detail;
-    return nullptr;
-  }
-  detail.clear();
-  return IndexDrawing(std::move(*loaded.document));
-}
-
-std::shared_ptr<const IndexedDrawing> IndexDrawing(DrawingDocument document) {
+std::shared_ptr<IndexedDrawing> Indexed(DrawingDocument document, bool cached) {
   auto drawing = std::make_shared<IndexedDrawing>();
   drawing->document = std::move(document);
   drawing->index.Build(drawing->document.entities, drawing->document.extent);
@@ -62,7 +48,32 @@ std::shared_ptr<const IndexedDrawing> IndexDrawing(DrawingDocument document) {
     drawing->textReach = std::max(drawing->textReach, kLetterReach * text.height *
                                                           std::max(1.0f, text.widthFactor));
   }
+  drawing->cached = cached;
   return drawing;
+}
+
+}  // namespace
+
+std::shared_ptr<const IndexedDrawing> ReadIndexedDrawing(const std::string& path,
+                                                         std::string& detail,
+                                                         const DrawingCache* cache) {
+  detail.clear();
+  // Stamped before the reading: a file changed meanwhile is read again next time.
+  const FileStamp stamp = cache ? StampOf(path) : FileStamp{};
+  if (cache) {
+    if (auto kept = cache->Find(path, stamp)) return Indexed(std::move(*kept), true);
+  }
+  LoadResult loaded = LoadDrawing(path);
+  if (!loaded.document) {
+    detail = loaded.detail;
+    return nullptr;
+  }
+  if (cache) cache->Keep(*loaded.document, stamp);
+  return Indexed(std::move(*loaded.document), false);
+}
+
+std::shared_ptr<const IndexedDrawing> IndexDrawing(DrawingDocument document) {
+  return Indexed(std::move(document), false);
 }
 
 Viewer::Viewer() = default;

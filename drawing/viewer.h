@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "drawing/drawing_cache.h"
 #include "drawing/drawing_document.h"
 #include "drawing/entity_painter.h"
 #include "drawing/spatial_index.h"
@@ -32,12 +33,16 @@ struct IndexedDrawing {
   // How far, in drawing units, the letters of a text may stand out of its
   // box: descenders, accents and the sides of stretched letters.
   double textReach = 0;
+  // Read from the cache's copy rather than the file.
+  bool cached = false;
 };
 
-
-// Null when the file cannot be read; detail then says why.
+// Null when the file cannot be read; detail then says why. With a cache, an
+// unchanged file is read from its copy there, and a file read afresh leaves
+// a copy.
 std::shared_ptr<const IndexedDrawing> ReadIndexedDrawing(const std::string& path,
-                                                         std::string& detail);
+                                                         std::string& detail,
+                                                         const DrawingCache* cache = nullptr);
 // A document already read, with its index.
 std::shared_ptr<const IndexedDrawing> IndexDrawing(DrawingDocument document);
 
