@@ -327,10 +327,10 @@ void Viewer::Render(Canvas& canvas) {
   const PicturePart whole{0, 0, static_cast<int>(std::ceil(viewportWidth_)),
                           static_cast<int>(std::ceil(viewportHeight_))};
   lastFrameEntities_ = RenderPart(canvas, whole, scratch_);
-  RenderPartBand(canvas);
+  RenderRubberBand(canvas);
 }
 
-void Viewer::RenderPartBand(Canvas& canvas) const {
+void Viewer::RenderRubberBand(Canvas& canvas) const {
   if (!document_ || !dragging_) return;
   const PaintTransform t = CurrentTransform();
   const CanvasPoint a = t.To(dragFrom_), b = t.To(dragTo_);

@@ -155,10 +155,10 @@ class Viewer {
   // About how many entities RenderPart would meet, from the part of the
   // drawing's extent the part shows.
   std::size_t EntitiesAbout(const PicturePart& part) const;
-  // The band of a part being spanned, while one is.
-  void RenderPartBand(Canvas& canvas) const;
+  // The rubber band of a window being dragged out to zoom to, while one is.
+  void RenderRubberBand(Canvas& canvas) const;
   // Grows whenever the picture changes other than by a move of the window:
-  // the drawing, the viewport, layers, colours, marks, the band of a part.
+  // the drawing, the viewport, layers, colours, marks, the rubber band.
   unsigned Look() const { return look_; }
   // The whole drawing with the shown window as a rectangle.
   void RenderOverview(Canvas& canvas) const;

@@ -82,7 +82,7 @@ void DrawingFrame::Paint(drawing::Viewer& viewer, QSize size) {
   {
     QPainter painter(&image_);
     DrawingCanvas canvas(painter, size.width(), size.height());
-    viewer.RenderPartBand(canvas);
+    viewer.RenderRubberBand(canvas);
   }
   Remember(viewer);
   lastMoved_ = false;
