@@ -83,7 +83,9 @@ File OpenFile(const fs::path& path, const char* mode) {
 class Writer {
  public:
   explicit Writer(std::FILE* file) : file_(file) {}
+  // Nothing is written for no bytes: an empty array's data may be null.
   void Bytes(const void* data, std::size_t n) {
+    if (n == 0) return;
     checksum_.Add(data, n);
     ok_ = ok_ && std::fwrite(data, 1, n, file_) == n;
   }
@@ -123,6 +125,7 @@ class Reader {
  public:
   Reader(std::FILE* file, std::uint64_t bytes) : file_(file), left_(bytes) {}
   void Bytes(void* data, std::size_t n) {
+    if (n == 0) return;
     if (!ok_ || n > left_ || std::fread(data, 1, n, file_) != n) {
       ok_ = false;
       return;
