@@ -99,44 +99,37 @@ void LineRaster::Dot(double x, double y) {
   pixels_[static_cast<std::ptrdiff_t>(fy) * stride_ + static_cast<std::ptrdiff_t>(fx) + offset_] = colour_;
 }
 
+namespace {
+
+// Cuts a segment to low <= a <= high along one axis, b following along the
+// other; false when nothing of it is left.
+bool CutAlong(double& a1, double& b1, double& a2, double& b2, double low, double high) {
+  if (a1 < low) {
+    if (a2 <= low) return false;
+    b1 += (b2 - b1) / (a2 - a1) * (low - a1);
+    a1 = low;
+  } else if (a1 > high) {
+    if (a2 >= high) return false;
+    b1 += (b2 - b1) / (a2 - a1) * (high - a1);
+    a1 = high;
+  }
+  if (a2 < low) {
+    b2 += (b2 - b1) / (a2 - a1) * (low - a2);
+    a2 = low;
+  } else if (a2 > high) {
+    b2 += (b2 - b1) / (a2 - a1) * (high - a2);
+    a2 = high;
+  }
+  return true;
+}
+
+}  // namespace
+
 // Cut to the image grown by a pixel on each side, always against the whole
 // image whatever the clip, so that a line crosses the pixels of a strip as
 // it crosses them in the whole picture.
 bool LineRaster::ClipToImage(double& x1, double& y1, double& x2, double& y2) const {
-  const double minX = -1, maxX = width_ + 1, minY = -1, maxY = height_ + 1;
-  if (x1 < minX) {
-    if (x2 <= minX) return false;
-    y1 += (y2 - y1) / (x2 - x1) * (minX - x1);
-    x1 = minX;
-  } else if (x1 > maxX) {
-    if (x2 >= maxX) return false;
-    y1 += (y2 - y1) / (x2 - x1) * (maxX - x1);
-    x1 = maxX;
-  }
-  if (x2 < minX) {
-    y2 += (y2 - y1) / (x2 - x1) * (minX - x2);
-    x2 = minX;
-  } else if (x2 > maxX) {
-    y2 += (y2 - y1) / (x2 - x1) * (maxX - x2);
-    x2 = maxX;
-  }
-  if (y1 < minY) {
-    if (y2 <= minY) return false;
-    x1 += (x2 - x1) / (y2 - y1) * (minY - y1);
-    y1 = minY;
-  } else if (y1 > maxY) {
-    if (y2 >= maxY) return false;
-    x1 += (x2 - x1) / (y2 - y1) * (maxY - y1);
-    y1 = maxY;
-  }
-  if (y2 < minY) {
-    x2 += (x2 - x1) / (y2 - y1) * (minY - y2);
-    y2 = minY;
-  } else if (y2 > maxY) {
-    x2 += (x2 - x1) / (y2 - y1) * (maxY - y2);
-    y2 = maxY;
-  }
-  return true;
+  return CutAlong(x1, y1, x2, y2, -1, width_ + 1) && CutAlong(y1, x1, y2, x2, -1, height_ + 1);
 }
 
 void LineRaster::Segment(double rx1, double ry1, double rx2, double ry2, int caps) {
