@@ -29,8 +29,9 @@ constexpr std::string_view kEnding = ".drawing";
 
 // The arrays are kept as they lie in memory: a copy is read back only by a
 // program whose records have the same sizes.
-constexpr std::uint64_t kLayout = sizeof(Entity) | sizeof(Point) << 12 | sizeof(ArcData) << 24 |
-                                  sizeof(TextData) << 36 | std::uint64_t{sizeof(Box)} << 48;
+constexpr std::uint64_t kLayout = std::uint64_t{sizeof(Entity)} | std::uint64_t{sizeof(Point)} << 12 |
+                                  std::uint64_t{sizeof(ArcData)} << 24 |
+                                  std::uint64_t{sizeof(TextData)} << 36 | std::uint64_t{sizeof(Box)} << 48;
 
 // A sum of every byte after it, quick enough for a copy of tens of megabytes:
 // four lanes of multiply and rotate over blocks of 32 bytes, the tail byte
