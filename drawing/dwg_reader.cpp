@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <numbers>
 #include <string>
 #include <vector>
@@ -92,7 +93,10 @@ class Reader {
       FieldReader f(records_, r);
       std::string type = f.Text();
       const double n = f.Number();
-      if (f.ok() && n >= 0) doc_.fileCounts.push_back({std::move(type), static_cast<std::uint32_t>(n)});
+      // A count beyond what the file could hold is no count.
+      if (f.ok() && n >= 0 && n <= std::numeric_limits<std::uint32_t>::max()) {
+        doc_.fileCounts.push_back({std::move(type), static_cast<std::uint32_t>(n)});
+      }
     }
     std::sort(doc_.fileCounts.begin(), doc_.fileCounts.end(),
               [](const FileCount& a, const FileCount& b) { return a.type < b.type; });
@@ -217,7 +221,7 @@ class Reader {
   // DEGREE NK K*NK NC (X Y W)*NC; false when it does not read.
   static bool SplineFields(FieldReader& f, int& degree, std::vector<double>& knots,
                            std::vector<Point>& control, std::vector<double>& weights) {
-    degree = static_cast<int>(f.Number());
+    degree = f.Whole(0, 12);  // the curves take 1 to 11
     knots.resize(f.Count(1));
     for (double& k : knots) k = f.Number();
     const std::size_t n = f.Count(3);
@@ -252,7 +256,7 @@ class Reader {
     const Affine t = Own(place, f.Flag());
     const Point first{f.Number(), f.Number()};
     const double height = f.Number(), rotation = f.Number(), width = f.Number();
-    const int halign = static_cast<int>(f.Number()), valign = static_cast<int>(f.Number());
+    const int halign = f.Whole(-1, 6), valign = f.Whole(-1, 4);  // 0 to 5 and 0 to 3 mean something
     const Point second{f.Number(), f.Number()};
     const std::string raw = f.Text();
     if (!f.ok()) return;
@@ -290,7 +294,7 @@ class Reader {
   void MText(FieldReader& f, const Place& place, const EntityStyle& style) {
     const Point at{f.Number(), f.Number()};
     const double height = f.Number(), rotation = f.Number();
-    const int attachment = std::clamp(static_cast<int>(f.Number()), 1, 9);
+    const int attachment = f.Whole(1, 9);
     const double spacing = f.Number();
     const std::string raw = f.Text();
     if (!f.ok()) return;

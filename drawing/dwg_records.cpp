@@ -1,5 +1,7 @@
 #include "drawing/dwg_records.h"
 
+#include <algorithm>
+
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -112,6 +114,10 @@ double FieldReader::Number() {
     return 0;
   }
   return value;
+}
+
+int FieldReader::Whole(int low, int high) {
+  return static_cast<int>(std::clamp(std::trunc(Number()), static_cast<double>(low), static_cast<double>(high)));
 }
 
 std::size_t FieldReader::Count(std::size_t fieldsEach) {

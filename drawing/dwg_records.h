@@ -58,6 +58,9 @@ class FieldReader {
   // The field with its escapes (\\ \t \n \r) undone.
   std::string Text();
   double Number();
+  // A number's whole part, brought within low to high: a field out of range
+  // reads as the nearer end, which no caller takes for a value in range.
+  int Whole(int low, int high);
   // A count of items of `fieldsEach` fields that the record can still hold.
   std::size_t Count(std::size_t fieldsEach);
   bool Flag() { return Number() != 0; }

@@ -291,6 +291,26 @@ TEST(DwgRecords, MalformedRecordsAreLeftOutAndCutOutputIsRefused) {
   EXPECT_FALSE(records.Parse("parvenna-dwg\t2\nend\n", why));
 }
 
+// Numbers far beyond what their fields mean, as damaged output may hold
+// (found by the fuzzer): each is taken as out of range, never cast as it is.
+TEST(DwgRecords, NumbersBeyondTheirFieldsReadAsOutOfRange) {
+  const DrawingDocument doc = Read(Model(
+      "spline\t1\t0\tL\t0\t1e10\t5\t0\t0\t1\t2\t2\t3\t0\t0\t1\t5\t5\t1\t10\t0\t1\t0\n"
+      "text\t2\t0\tL\tTEXT\t0\t0\t0\t2\t0\t1\t1e10\t-1e10\t0\t0\tFAR\n"
+      "mtext\t3\t0\tL\t10\t10\t3\t0\t1e10\t2\tBIG\n") +
+      "count\tHUGE\t9999999999\n");
+  // A degree no curve has: drawn by its control points.
+  ASSERT_NE(ByHandle(doc, 1), nullptr);
+  EXPECT_EQ(doc.VerticesOf(*ByHandle(doc, 1)).size(), 3u);
+  const TextData& far = doc.TextOf(*ByHandle(doc, 2));
+  EXPECT_EQ(far.halign, HAlign::Left);
+  EXPECT_EQ(far.valign, VAlign::Baseline);
+  const TextData& big = doc.TextOf(*ByHandle(doc, 3));
+  EXPECT_EQ(big.halign, HAlign::Right);
+  EXPECT_EQ(big.valign, VAlign::Bottom);
+  EXPECT_EQ(doc.FileCountOf("HUGE"), 0u);
+}
+
 TEST(DwgRecords, TheFilesCountsAreKeptByType) {
   const DrawingDocument doc = Read(Model("") + "count\tTEXT\t29\ncount\tINSERT\t6\ncount\tBAD\t-1\n");
   EXPECT_EQ(doc.FileCountOf("TEXT"), 29u);
