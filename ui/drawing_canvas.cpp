@@ -79,11 +79,6 @@ void DrawingCanvas::SetSize(double width, double height) {
 
 void DrawingCanvas::Cls() { Clear(colours::White); }
 
-void DrawingCanvas::SetClip(const QRect& rect) {
-  painter_.setClipRect(rect);
-  if (raster_) raster_->SetClip(rect.left(), rect.top(), rect.right() + 1, rect.bottom() + 1);
-}
-
 void DrawingCanvas::Clear(Rgb background) {
   painter_.fillRect(QRectF(0, 0, width_, height_), ToQColor(background));
 }

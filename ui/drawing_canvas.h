@@ -31,8 +31,6 @@ class DrawingCanvas : public Canvas {
   // width and height are the whole picture's, whatever part the painter's
   // image holds.
   DrawingCanvas(QPainter& painter, double width, double height, Lines lines = Lines::Direct);
-  // Only this part of the picture changes, Clear included.
-  void SetClip(const QRect& rect);
 
   double Width() const override { return width_; }
   double Height() const override { return height_; }

@@ -70,16 +70,10 @@ inline std::int64_t Fixed(double v) { return static_cast<std::int64_t>(std::floo
 LineRaster::LineRaster(const Pixels& pixels, int pictureWidth, int pictureHeight)
     : pixels_(pixels.first), stride_(pixels.stride),
       offset_(-(static_cast<std::ptrdiff_t>(pixels.top) * pixels.stride + pixels.left)),
-      held_(pixels), width_(pictureWidth), height_(pictureHeight) {
-  SetClip(held_.left, held_.top, held_.left + held_.width, held_.top + held_.height);
-}
-
-void LineRaster::SetClip(int x0, int y0, int x1, int y1) {
-  clipX0_ = std::max({0, held_.left, x0});
-  clipY0_ = std::max({0, held_.top, y0});
-  clipX1_ = std::min({width_, held_.left + held_.width, x1});
-  clipY1_ = std::min({height_, held_.top + held_.height, y1});
-}
+      width_(pictureWidth), height_(pictureHeight),
+      clipX0_(std::max(0, pixels.left)), clipY0_(std::max(0, pixels.top)),
+      clipX1_(std::min(pictureWidth, pixels.left + pixels.width)),
+      clipY1_(std::min(pictureHeight, pixels.top + pixels.height)) {}
 
 void LineRaster::Blend(int x, int y, int coverage) {
   if (x < clipX0_ || x >= clipX1_ || y < clipY0_ || y >= clipY1_) return;
@@ -126,7 +120,7 @@ bool CutAlong(double& a1, double& b1, double& a2, double& b2, double low, double
 }  // namespace
 
 // Cut to the image grown by a pixel on each side, always against the whole
-// image whatever the clip, so that a line crosses the pixels of a strip as
+// image whatever pixels are held, so that a line crosses the pixels of a strip as
 // it crosses them in the whole picture.
 bool LineRaster::ClipToImage(double& x1, double& y1, double& x2, double& y2) const {
   return CutAlong(x1, y1, x2, y2, -1, width_ + 1) && CutAlong(y1, x1, y2, x2, -1, height_ + 1);
@@ -178,7 +172,7 @@ void LineRaster::Segment(double rx1, double ry1, double rx2, double ry2, int cap
     run.endPart = static_cast<int>(a2 & 63);
   }
 
-  // The steps within the clip along the major axis.
+  // The steps among the pixels held, along the major axis.
   const std::int64_t from = std::max<std::int64_t>(run.first, steep ? clipY0_ : clipX0_);
   const std::int64_t end = run.endPart || run.first == run.last ? run.last + 1 : run.last;
   const std::int64_t to = std::min<std::int64_t>(end, steep ? clipY1_ : clipX1_);

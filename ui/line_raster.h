@@ -27,16 +27,14 @@ class LineRaster {
     std::ptrdiff_t stride = 0;
     int left = 0, top = 0, width = 0, height = 0;
   };
-  // Paints those pixels of a picture of this size.
+  // Paints those pixels of a picture of this size: only they change, and
+  // the lines keep the places they have in the whole picture.
   LineRaster(const Pixels& pixels, int pictureWidth, int pictureHeight);
 
-  // Only pixels with x0 <= x < x1 and y0 <= y < y1 of those held change; the
-  // lines keep the places they have in the whole picture.
-  void SetClip(int x0, int y0, int x1, int y1);
   // An opaque colour, 0xAARRGGBB with alpha 255.
   void SetColour(std::uint32_t argb) { colour_ = argb; }
 
-  // Every pixel within the clip, in full colour: with plain stores, which
+  // Every pixel held, in full colour: with plain stores, which
   // leave the pixels at hand for the lines that follow.
   void Fill(std::uint32_t argb);
   // The pixel nearest to the point, in full colour.
@@ -58,7 +56,7 @@ class LineRaster {
   // Steps from <= a < to of a run.
   template <class Put>
   static void Steps(const Run& run, std::int64_t from, std::int64_t to, Put&& put);
-  // Steps whose pixels are all within the clip.
+  // Steps whose pixels are all held.
   void Inside(const Run& run, std::int64_t from, std::int64_t to, std::ptrdiff_t along,
               std::ptrdiff_t across);
   bool ClipToImage(double& x1, double& y1, double& x2, double& y2) const;
@@ -67,9 +65,9 @@ class LineRaster {
   // Pixel (x, y) of the picture is pixels_[y * stride_ + x + offset_].
   std::uint32_t* pixels_;
   std::ptrdiff_t stride_, offset_;
-  Pixels held_;
   int width_, height_;
-  int clipX0_ = 0, clipY0_ = 0, clipX1_ = 0, clipY1_ = 0;
+  // The pixels held that lie within the picture: x0 <= x < x1, y0 <= y < y1.
+  int clipX0_, clipY0_, clipX1_, clipY1_;
   std::uint32_t colour_ = 0xFF000000;
 };
 

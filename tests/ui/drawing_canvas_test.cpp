@@ -30,12 +30,17 @@ const Rgb kBack{40, 60, 80};
 
 using Strokes = std::function<void(Canvas&)>;
 
-QImage Paint(const Strokes& strokes, DrawingCanvas::Lines lines, QRect clip = {}, int size = kSize) {
+// The whole picture, or only the pixels of `strip`, painted as a frame paints
+// a strip: through an image that holds those pixels of the picture.
+QImage Paint(const Strokes& strokes, DrawingCanvas::Lines lines, QRect strip = {}, int size = kSize) {
   QImage image(size, size, QImage::Format_RGB32);
   image.fill(Qt::white);
-  QPainter painter(&image);
+  if (strip.isEmpty()) strip = image.rect();
+  QImage pixels(image.bits() + strip.top() * image.bytesPerLine() + strip.left() * 4, strip.width(),
+                strip.height(), image.bytesPerLine(), image.format());
+  QPainter painter(&pixels);
+  painter.translate(-strip.left(), -strip.top());
   DrawingCanvas canvas(painter, size, size, lines);
-  if (!clip.isEmpty()) canvas.SetClip(clip);
   canvas.Clear(kBack);
   strokes(canvas);
   return image;
